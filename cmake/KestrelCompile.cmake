@@ -1,0 +1,28 @@
+# How every target is compiled: C++20 without extensions, warnings as errors, no contraction of
+# floating-point expressions (the same arithmetic natively and on Windows), hidden symbols.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}")
+
+add_library(ks_compile INTERFACE)
+if(MSVC)
+  target_compile_options(ks_compile INTERFACE /W4 /WX /fp:precise /utf-8)
+else()
+  target_compile_options(ks_compile INTERFACE
+    -Wall -Wextra -Wpedantic -Werror -Wshadow -Wconversion -Wno-sign-conversion
+    -ffp-contract=off -fno-fast-math)
+  if(KS_SANITIZER)
+    add_compile_options(-fsanitize=${KS_SANITIZER} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+    add_link_options(-fsanitize=${KS_SANITIZER})
+  endif()
+endif()
+if(MINGW)
+  # The libraries must run on a bare Windows: nothing of the compiler's run-time is left dynamic.
+  add_link_options(-static -static-libgcc -static-libstdc++)
+endif()
