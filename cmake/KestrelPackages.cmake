@@ -1,20 +1,62 @@
 # Third-party libraries, all from the distribution. The plug-in uses none of them.
+#   ks_foreign_headers         CLI11 and nlohmann-json; for Windows also stb
+#   ks_duktape                 duktape, the script engine
+#   OpenImageIO::OpenImageIO   picture files and video (native only)
 find_package(Threads REQUIRED)
+
+# Stops with the command that helps when PATH, a part of the Debian package PACKAGE, is not there.
+function(ks_require path package)
+  if(NOT EXISTS "${path}")
+    message(FATAL_ERROR "${path} is missing (Debian package ${package}): run ./dev setup")
+  endif()
+endfunction()
 
 if(MINGW)
   # Header-only packages live in the build machine's include folder, which a cross compiler must not
   # search as a whole: link just the needed ones into a folder of our own.
   set(ks_foreign "${CMAKE_BINARY_DIR}/foreign-headers")
   file(MAKE_DIRECTORY "${ks_foreign}")
+  ks_require(/usr/include/CLI libcli11-dev)
+  ks_require(/usr/include/nlohmann nlohmann-json3-dev)
+  ks_require(/usr/include/stb libstb-dev)
   foreach(name CLI nlohmann stb)
     file(CREATE_LINK "/usr/include/${name}" "${ks_foreign}/${name}" SYMBOLIC)
   endforeach()
   add_library(ks_foreign_headers INTERFACE)
   target_include_directories(ks_foreign_headers SYSTEM INTERFACE "${ks_foreign}")
+
+  # Debian has no Windows library of duktape: its own source package is compiled. Its patches touch
+  # only the makefiles, which are not used.
+  set(ks_duktape_sources "${CMAKE_SOURCE_DIR}/build/third-party/duktape" CACHE PATH
+    "Unpacked source package of duktape, as cmake/fetch-duktape leaves it")
+  if(NOT EXISTS "${ks_duktape_sources}/src/duktape.c")
+    message(FATAL_ERROR
+      "${ks_duktape_sources} holds no duktape: run ./dev setup windows, or cmake/fetch-duktape")
+  endif()
+  add_library(ks_duktape STATIC EXCLUDE_FROM_ALL "${ks_duktape_sources}/src/duktape.c")
+  target_include_directories(ks_duktape SYSTEM PUBLIC "${ks_duktape_sources}/src")
+  target_compile_options(ks_duktape PRIVATE -w -ffp-contract=off)
 else()
   find_package(CLI11 REQUIRED)
   find_package(nlohmann_json REQUIRED)
-  find_package(OpenImageIO REQUIRED)
   add_library(ks_foreign_headers INTERFACE)
   target_link_libraries(ks_foreign_headers INTERFACE CLI11::CLI11 nlohmann_json::nlohmann_json)
+
+  # Not find_package: Debian's CMake files of OpenImageIO also insist on its tools, which need Qt.
+  find_path(KS_OIIO_INCLUDE OpenImageIO/imageio.h REQUIRED)
+  find_library(KS_OIIO_LIBRARY OpenImageIO REQUIRED)
+  find_library(KS_OIIO_UTIL_LIBRARY OpenImageIO_Util REQUIRED)
+  mark_as_advanced(KS_OIIO_INCLUDE KS_OIIO_LIBRARY KS_OIIO_UTIL_LIBRARY)
+  add_library(ks_oiio INTERFACE)
+  target_link_libraries(ks_oiio INTERFACE
+    "${KS_OIIO_LIBRARY}" "${KS_OIIO_UTIL_LIBRARY}" Threads::Threads)
+  target_include_directories(ks_oiio SYSTEM INTERFACE "${KS_OIIO_INCLUDE}")
+  add_library(OpenImageIO::OpenImageIO ALIAS ks_oiio)
+
+  find_path(KS_DUKTAPE_INCLUDE duktape.h REQUIRED)
+  find_library(KS_DUKTAPE_LIBRARY duktape REQUIRED)
+  mark_as_advanced(KS_DUKTAPE_INCLUDE KS_DUKTAPE_LIBRARY)
+  add_library(ks_duktape INTERFACE)
+  target_link_libraries(ks_duktape INTERFACE "${KS_DUKTAPE_LIBRARY}")
+  target_include_directories(ks_duktape SYSTEM INTERFACE "${KS_DUKTAPE_INCLUDE}")
 endif()

@@ -57,4 +57,15 @@ inline int readable_scopes(const InstanceRecord &record) {
 /// and the stacking order alone.
 void init_instance_record(InstanceRecord &record);
 
+/// Makes `record`, zeroed before, the record of a newly applied effect: tables and cached values,
+/// state 0, and the scopes that are shown by default in the order 1, 2, 3.
+void init_new_instance(InstanceRecord &record);
+
+/// The flat form of `record`: state, order and count as they are, valid or not.
+FlatRecord flatten(const InstanceRecord &record);
+
+/// Rebuilds `record`, zeroed before, from its flat form. `is_flat` is not looked at: hosts do hand
+/// in records that were never flattened, and whatever order they spell must be survived.
+void unflatten(const FlatRecord &flat, InstanceRecord &record);
+
 }  // namespace ks

@@ -1,0 +1,91 @@
+// The edge to the host: one table of commands, one place where failures become results.
+#include "hostapi/entry_point.h"
+
+#include <new>
+
+#include "entry/global_commands.h"
+#include "entry/identity.h"
+#include "entry/smart_render.h"
+#include "hostapi/constants.h"
+#include "instance/sequence.h"
+#include "params/params_setup.h"
+
+#if defined(_WIN32)
+// The module definition file exports it.
+#define KS_EXPORT extern "C"
+#else
+#define KS_EXPORT extern "C" [[gnu::visibility("default")]]
+#endif
+
+namespace ks {
+namespace {
+
+struct Call {
+    PF_InData *in_data;
+    PF_OutData *out_data;
+    void *extra;
+};
+
+struct Command {
+    PF_Cmd number;
+    PF_Err (*handle)(const Call &);
+};
+
+constexpr Command kCommands[] = {
+    {PF_Cmd_ABOUT, [](const Call &c) { return about(c.in_data, c.out_data); }},
+    {PF_Cmd_GLOBAL_SETUP, [](const Call &c) { return global_setup(c.in_data, c.out_data); }},
+    {PF_Cmd_GLOBAL_SETDOWN, [](const Call &c) { return global_setdown(c.in_data); }},
+    {PF_Cmd_PARAMS_SETUP, [](const Call &c) { return params_setup(c.in_data, c.out_data); }},
+    {PF_Cmd_SEQUENCE_SETUP,
+     [](const Call &c) { return sequence_setup(c.in_data, c.out_data, true); }},
+    {PF_Cmd_SEQUENCE_RESETUP,
+     [](const Call &c) { return sequence_resetup(c.in_data, c.out_data); }},
+    {PF_Cmd_SEQUENCE_FLATTEN,
+     [](const Call &c) { return sequence_flatten(c.in_data, c.out_data); }},
+    {PF_Cmd_SEQUENCE_SETDOWN,
+     [](const Call &c) { return sequence_setdown(c.in_data, c.out_data); }},
+    {PF_Cmd_SMART_PRE_RENDER,
+     [](const Call &c) {
+         return smart_pre_render(c.in_data, static_cast<PF_PreRenderExtra *>(c.extra));
+     }},
+    {PF_Cmd_SMART_RENDER,
+     [](const Call &c) {
+         return smart_render(c.in_data, c.out_data, static_cast<PF_SmartRenderExtra *>(c.extra));
+     }},
+};
+
+/// Runs the handler of `number`; a command that is not in the table succeeds and touches nothing.
+PF_Err dispatch(PF_Cmd number, const Call &call) {
+    for (const Command &command : kCommands) {
+        if (command.number == number) return command.handle(call);
+    }
+    return PF_Err_NONE;
+}
+
+/// dispatch() with integers as the only exceptions. Whatever else is thrown, chiefly by the
+/// standard library when memory runs out, would crash the host if it crossed the edge, since the
+/// edge catches integers alone.
+PF_Err dispatch_throwing_integers(PF_Cmd number, const Call &call) {
+    try {
+        return dispatch(number, call);
+    } catch (PF_Err) {
+        throw;
+    } catch (const std::bad_alloc &) {
+        throw PF_Err{PF_Err_OUT_OF_MEMORY};
+    } catch (...) {
+        throw PF_Err{PF_Err_INTERNAL_STRUCT_DAMAGED};
+    }
+}
+
+}  // namespace
+}  // namespace ks
+
+KS_EXPORT PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData *in_data, PF_OutData *out_data,
+                                PF_ParamDef *[], PF_LayerDef *, void *extra) {
+    static_assert(sizeof KS_ENTRY_POINT == sizeof "EntryPointFunc");
+    try {
+        return ks::dispatch_throwing_integers(cmd, {in_data, out_data, extra});
+    } catch (PF_Err error) {
+        return error;
+    }
+}

@@ -1,0 +1,42 @@
+#include "params/lock_script.h"
+
+#include "host/scoped.h"
+#include "host/suite_cache.h"
+
+namespace ks {
+namespace {
+
+constexpr char kLockScript[] =
+    "{     var curComp = app.project.activeItem;"
+    "     if(curComp && curComp instanceof CompItem) {"
+    "         var selectedLayers = curComp.selectedLayers;"
+    "         if(selectedLayers) {"
+    "             for(var l=0; l<selectedLayers.length; l++) {"
+    "                 var curLayer = selectedLayers[l];"
+    "                 curLayer.position.expression = '[thisComp.width / 2, thisComp.height / 2]';"
+    "             }         }     } }";
+
+constexpr char kUnlockScript[] =
+    "{     var curComp = app.project.activeItem;"
+    "     if(curComp && curComp instanceof CompItem) {"
+    "         var selectedLayers = curComp.selectedLayers;"
+    "         if(selectedLayers) {"
+    "             for(var l=0; l<selectedLayers.length; l++) {"
+    "                 var curLayer = selectedLayers[l];"
+    "                 curLayer.position.expression = '';"
+    "             }         }     } }";
+
+}  // namespace
+
+PF_Err run_lock_script(PF_InData *in_data, PF_ParamValue lock) {
+    constexpr AEGP_PluginID plugin_id = 0;
+    constexpr A_Boolean platform_encoded = 0;  // UTF-8
+    SuiteCache suites(in_data->pica_basicP);
+    AEGP_MemHandle result = nullptr;
+    const A_Err error = suites.utility().AEGP_ExecuteScript(
+        plugin_id, lock == 1 ? kLockScript : kUnlockScript, platform_encoded, &result, nullptr);
+    if (result != nullptr) suites.memory().AEGP_FreeMemHandle(result);
+    return error;
+}
+
+}  // namespace ks

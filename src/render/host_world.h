@@ -1,0 +1,34 @@
+// Host worlds and the host-free types of the pixel routines: conversions, nothing else.
+#pragma once
+
+#include "hostapi/constants.h"
+#include "hostapi/effect_types.h"
+#include "render/pixel_format.h"
+#include "render/world_view.h"
+
+namespace ks {
+
+static_assert(kFormat8 == PF_PixelFormat_ARGB32 && kFormat16 == PF_PixelFormat_ARGB64 &&
+              kFormatF == PF_PixelFormat_ARGB128 && kFormatInvalid == PF_PixelFormat_INVALID);
+static_assert(kUnknownFormatError == PF_Err_BAD_CALLBACK_PARAM);
+static_assert(sizeof(Pixel8) == sizeof(PF_Pixel8) && sizeof(Pixel16) == sizeof(PF_Pixel16) &&
+              sizeof(PixelF) == sizeof(PF_PixelFloat));
+
+inline WorldView view_of(const PF_EffectWorld &world) {
+    return {world.data, world.rowbytes, world.width, world.height};
+}
+
+inline IntSize size_of(const PF_EffectWorld &world) {
+    return {world.width, world.height};
+}
+
+/// Left 0, top 0, right the width, bottom the height.
+inline PF_Rect full_rect(IntSize size) {
+    return {0, 0, size.width, size.height};
+}
+
+inline PF_Rect host_rect(const IntRect &rect) {
+    return {rect.left, rect.top, rect.right, rect.bottom};
+}
+
+}  // namespace ks

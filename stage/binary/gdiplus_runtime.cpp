@@ -1,0 +1,96 @@
+#include "stage/binary/gdiplus_runtime.h"
+
+#include <array>
+#include <cstdint>
+#include <mutex>
+
+#include "stage/binary/loaded_library.h"
+
+namespace stage {
+namespace {
+
+#ifdef _WIN32
+constexpr std::array<const char *, 1> kLibraryNames = {"gdiplus.dll"};
+#else
+constexpr std::array<const char *, 2> kLibraryNames = {"libgdiplus.so.0", "libgdiplus.so"};
+#endif
+
+// Declarations of the flat interface, as its public reference gives them.
+struct GdiplusStartupInput {
+    std::uint32_t version;  // 1
+    void *debug_event_callback;
+    std::int32_t suppress_background_thread;
+    std::int32_t suppress_external_codecs;
+};
+
+using StartupFunction = int(std::uintptr_t *token, const GdiplusStartupInput *input, void *output);
+using ShutdownFunction = void(std::uintptr_t token);
+
+struct Library {
+    LoadedLibrary file;
+    StartupFunction *startup;
+    ShutdownFunction *shutdown;
+
+    explicit Library(const char *name)
+        : file(name),
+          startup(file.function<StartupFunction>("GdiplusStartup")),
+          shutdown(file.function<ShutdownFunction>("GdiplusShutdown")) {}
+};
+
+// The library, opened once; null with a reason when there is none. Never closed.
+const Library *library(std::string &reason) {
+    static std::string failure;
+    static const Library *const opened = [] {
+        for (const char *name : kLibraryNames) {
+            try {
+                return new Library(name);
+            } catch (const LibraryError &error) {
+                if (failure.empty()) failure = error.what();
+            }
+        }
+        return static_cast<Library *>(nullptr);
+    }();
+    if (!opened) reason = "GDI+ is not available: " + failure;
+    return opened;
+}
+
+// The process's one start of GDI+.
+struct Start {
+    std::mutex mutex;
+    int users = 0;
+    std::uintptr_t token = 0;
+};
+
+Start &the_start() {
+    static Start start;
+    return start;
+}
+
+}  // namespace
+
+GdiplusRuntime::GdiplusRuntime() {
+    const Library *const gdiplus = library(reason_);
+    if (!gdiplus) return;
+    Start &start = the_start();
+    const std::lock_guard lock(start.mutex);
+    if (start.users == 0) {
+        const GdiplusStartupInput input = {1, nullptr, 0, 0};
+        const int status = gdiplus->startup(&start.token, &input, nullptr);
+        if (status != 0) {
+            reason_ = "GDI+ does not start: status " + std::to_string(status);
+            return;
+        }
+    }
+    ++start.users;
+    started_ = true;
+}
+
+GdiplusRuntime::~GdiplusRuntime() {
+    if (!started_) return;
+    Start &start = the_start();
+    const std::lock_guard lock(start.mutex);
+    std::string ignored;
+    if (--start.users == 0) library(ignored)->shutdown(start.token);
+}
+
+}  // namespace stage

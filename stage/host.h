@@ -1,0 +1,71 @@
+// The embedded host: everything that a plug-in's callbacks reach.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "stage/faults.h"
+#include "stage/handle_store.h"
+#include "stage/host_options.h"
+#include "stage/mem_handle_store.h"
+#include "stage/project/project.h"
+#include "stage/project_refs.h"
+#include "stage/strict.h"
+#include "stage/suite_registry.h"
+#include "stage/trace.h"
+#include "stage/world_store.h"
+
+namespace stage {
+
+class EffectInstance;
+class ParamCatalog;
+struct ActiveCommand;
+
+/// A message that the host showed the user.
+struct ShownMessage {
+    std::string text;
+    bool as_error = false;  ///< PF_OutFlag_DISPLAY_ERROR_MESSAGE was set
+    std::string command;
+};
+
+/// One host per process at a time: suite functions carry no context, so they find it through
+/// current(). Members are the host's organs, public because every suite function needs some of
+/// them.
+class Host {
+  public:
+    explicit Host(HostOptions options = {});
+    ~Host();
+    Host(const Host &) = delete;
+    Host &operator=(const Host &) = delete;
+
+    /// The living host; the process ends with a message when there is none.
+    static Host &current();
+
+    HostOptions options;
+    Trace trace;
+    Faults faults;
+    Strict strict;
+    SuiteRegistry suites;
+    HandleStore handles;
+    MemHandleStore mem_handles;
+    WorldStore worlds;
+    Project project;
+    ProjectRefs refs;  ///< layer, comp, item, stream and effect references handed to the plug-in
+    std::vector<ShownMessage> messages;
+
+    /// Parameters that the plug-in has added; null before the plug-in is loaded.
+    ParamCatalog *catalog = nullptr;
+    /// The command under way; null outside any.
+    ActiveCommand *active = nullptr;
+
+    /// Every applied effect; `effect_ref` of a call is the address of one.
+    std::vector<std::unique_ptr<EffectInstance>> instances;
+    /// The instance behind a plug-in's effect_ref; null when it is none of ours.
+    EffectInstance *instance(PF_ProgPtr effect_ref);
+
+    /// Name of the command under way, "" outside any.
+    const std::string &command() const { return trace.command(); }
+};
+
+}  // namespace stage

@@ -1,0 +1,49 @@
+#include "stage/quarantine.h"
+
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "stage/strict.h"
+
+namespace stage {
+
+Quarantine::Quarantine(Strict &strict, const char *check, std::size_t budget)
+    : strict_(strict), check_(check), budget_(budget) {}
+
+void Quarantine::take(Bytes block, std::size_t size, const void *used, std::string label,
+                      const std::string &command) {
+    if (!strict_.enabled || size > budget_) return;
+    std::memset(block.get(), kFreedByte, size);
+    blocks_.push_back({std::move(block), size, used, std::move(label)});
+    held_ += size;
+    while (held_ > budget_) {
+        inspect(blocks_.front(), command);
+        held_ -= blocks_.front().size;
+        blocks_.pop_front();
+    }
+}
+
+const std::string *Quarantine::label_of(const void *used) const {
+    const auto found = std::find_if(blocks_.rbegin(), blocks_.rend(),
+                                    [&](const Block &block) { return block.used == used; });
+    return found == blocks_.rend() ? nullptr : &found->label;
+}
+
+void Quarantine::check(const std::string &command) {
+    for (Block &block : blocks_) inspect(block, command);
+}
+
+void Quarantine::inspect(Block &block, const std::string &command) {
+    if (block.reported) return;
+    const std::uint8_t *begin = block.bytes.get(), *end = begin + block.size;
+    const std::uint8_t *touched =
+        std::find_if(begin, end, [](std::uint8_t byte) { return byte != kFreedByte; });
+    if (touched == end) return;
+    block.reported = true;
+    strict_.report(check_, command,
+                   block.label + " was written to after it was disposed of, at byte " +
+                       std::to_string(touched - begin));
+}
+
+}  // namespace stage

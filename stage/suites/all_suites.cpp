@@ -1,0 +1,23 @@
+#include "stage/suites/suites.h"
+
+namespace stage {
+
+void add_all_suites(SuiteRegistry &suites) {
+    add_handle_suite(suites);
+    add_world_suite(suites);
+    add_world_transform_suite(suites);
+    add_iterate_suites(suites);
+    add_ansi_suite(suites);
+    add_generic_iterate_suite(suites);
+    add_memory_suite(suites);
+    add_pf_interface_suite(suites);
+    add_layer_suite(suites);
+    add_comp_suite(suites);
+    add_item_suite(suites);
+    add_stream_suites(suites);
+    add_effect_suite(suites);
+    add_utility_suite(suites);
+    add_param_utils_suite(suites);
+}
+
+}  // namespace stage

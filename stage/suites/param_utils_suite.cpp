@@ -1,0 +1,66 @@
+// "PF Param Utils Suite", numbers 2 and 3: the parameter-UI call.
+#include <string>
+
+#include "hostapi/constants.h"
+#include "hostapi/pf_suites.h"
+#include "hostapi/suite_names.h"
+#include "stage/active_command.h"
+#include "stage/host.h"
+#include "stage/host_call.h"
+#include "stage/plugin.h"
+#include "stage/suites/suites.h"
+
+namespace stage {
+namespace {
+
+/// Takes over looks alone; whatever else differs in `def` is ignored, as the real host does.
+PF_Err update_param_ui(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) {
+    HostCall call("PF Param Utils Suite.PF_UpdateParamUI");
+    if (call.traced()) call.arguments(std::to_string(index));
+    if (call.must_fail()) return call.result(call.error());
+    ActiveCommand *active = call.host().active;
+    if (active == nullptr || def == nullptr || index < 1 ||
+        index >= active->plugin->catalog.count()) {
+        return call.result(PF_Err_BAD_CALLBACK_PARAM);
+    }
+    for (const PF_ParamDef *own : active->params_array) {
+        if (own == def) {
+            call.host().strict.report("params.update_ui", call.command(),
+                                      "the definition itself was passed instead of a copy");
+        }
+    }
+    ParamLook &look = active->plugin->catalog.look(index);
+    look.ui_flags = def->ui_flags;
+    look.flags =
+        (look.flags & ~PF_ParamFlag_COLLAPSE_TWIRLY) | (def->flags & PF_ParamFlag_COLLAPSE_TWIRLY);
+    if (def->param_type == PF_Param_FLOAT_SLIDER) {
+        look.slider_min = def->u.fs_d.slider_min;
+        look.slider_max = def->u.fs_d.slider_max;
+    }
+    return call.result(PF_Err_NONE);
+}
+
+constexpr PF_ParamUtilsSuite1 make_suite1() {
+    PF_ParamUtilsSuite1 suite{};
+    suite.PF_UpdateParamUI = update_param_ui;
+    return suite;
+}
+
+constexpr PF_ParamUtilsSuite3 make_suite3() {
+    PF_ParamUtilsSuite3 suite{};
+    suite.PF_UpdateParamUI = update_param_ui;
+    return suite;
+}
+
+// Slots for keyframes and states are null: no effect of ours asks for them.
+constexpr PF_ParamUtilsSuite1 kSuite1 = make_suite1();
+constexpr PF_ParamUtilsSuite3 kSuite3 = make_suite3();
+
+}  // namespace
+
+void add_param_utils_suite(SuiteRegistry &suites) {
+    suites.add(kPFParamUtilsSuite, kPFParamUtilsSuiteVersion1, &kSuite1);
+    suites.add(kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3, &kSuite3);
+}
+
+}  // namespace stage

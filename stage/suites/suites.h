@@ -1,0 +1,27 @@
+// One function per suite family: adds its tables, in every version offered, to the registry.
+#pragma once
+
+namespace stage {
+
+class SuiteRegistry;
+
+void add_handle_suite(SuiteRegistry &suites);
+void add_world_suite(SuiteRegistry &suites);
+void add_world_transform_suite(SuiteRegistry &suites);
+void add_iterate_suites(SuiteRegistry &suites);
+void add_ansi_suite(SuiteRegistry &suites);
+void add_generic_iterate_suite(SuiteRegistry &suites);  // "AEGP Iterate Suite"
+void add_memory_suite(SuiteRegistry &suites);           // "AEGP Memory Suite"
+void add_pf_interface_suite(SuiteRegistry &suites);
+void add_layer_suite(SuiteRegistry &suites);
+void add_comp_suite(SuiteRegistry &suites);
+void add_item_suite(SuiteRegistry &suites);
+void add_stream_suites(SuiteRegistry &suites);  // streams and dynamic streams
+void add_effect_suite(SuiteRegistry &suites);
+void add_utility_suite(SuiteRegistry &suites);
+void add_param_utils_suite(SuiteRegistry &suites);
+
+/// All of the above.
+void add_all_suites(SuiteRegistry &suites);
+
+}  // namespace stage

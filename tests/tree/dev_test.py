@@ -1,0 +1,218 @@
+"""The command `dev`, run in a copy of the tree's skeleton. The programs that it calls (apt-get,
+cmake, ctest, ...) are stand-ins that write down how they were called."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import tempfile
+import unittest
+
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+CALL = 'echo "$(basename "$0") $*" >> "$CALLS"\n'
+
+
+class DevTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.base = pathlib.Path(folder.name)
+        self.tree = self.base / "the tree"
+        self.elsewhere = self.base / "elsewhere"
+        self.programs = self.base / "programs"
+        for made in (self.tree / "cmake", self.elsewhere, self.programs):
+            made.mkdir(parents=True)
+        shutil.copy2(SOURCE / "dev", self.tree / "dev")
+        shutil.copytree(SOURCE / "cmake" / "packages", self.tree / "cmake" / "packages")
+        self.calls = self.base / "calls.txt"
+        self.calls.touch()
+        # Everything is installed, everything succeeds; a test replaces what it is about.
+        self.stand_in("dpkg-query", 'shift 3; for p; do echo "ii  $p"; done\n')
+        self.stand_in("id", "echo 0\n")
+        for name in ("apt-get", "cmake", "ctest"):
+            self.stand_in(name, CALL)
+        self.script(self.tree / "cmake" / "fetch-duktape", CALL)
+
+    def script(self, path, body):
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text("#!/bin/bash\n" + body)
+        path.chmod(0o755)
+
+    def stand_in(self, name, body):
+        self.script(self.programs / name, body)
+
+    def dev(self, *arguments):
+        environment = dict(os.environ, PATH=f"{self.programs}:{os.environ['PATH']}",
+                           CALLS=str(self.calls))
+        return subprocess.run([self.tree / "dev", *arguments], cwd=self.elsewhere, text=True,
+                              env=environment, capture_output=True, timeout=60)
+
+    def called(self):
+        return self.calls.read_text()
+
+    def assert_fails(self, result, status, message):
+        self.assertEqual(result.returncode, status, result.stdout + result.stderr)
+        self.assertIn(message, result.stderr)
+
+
+class Arguments(DevTest):
+    def test_help_lists_every_verb(self):
+        result = self.dev("help")
+        self.assertEqual(result.returncode, 0)
+        for verb in "setup build test demo bench sanitize format clean".split():
+            self.assertIn(f"\n  {verb} ", result.stdout)
+        self.assertEqual(self.dev().stdout, result.stdout)
+
+    def test_unknown_verb_shows_the_help_and_exits_with_2(self):
+        result = self.dev("biuld")
+        self.assert_fails(result, 2, "unknown verb 'biuld'")
+        self.assertIn("usage: ./dev", result.stderr)
+
+    def test_unknown_argument_exits_with_2_before_anything_is_done(self):
+        for arguments in (("build", "mac"), ("test", "native", "windows"), ("setup", ""),
+                          ("sanitize", "msan"), ("clean", "all"), ("bench", "fast"),
+                          ("format", "now"), ("demo", "a.png", "b.png")):
+            with self.subTest(arguments):
+                self.assert_fails(self.dev(*arguments), 2, "dev: ")
+        self.assertEqual(self.called(), "")
+
+
+class SetUp(DevTest):
+    def test_installs_nothing_when_nothing_is_missing(self):
+        self.assertEqual(self.dev("setup", "native").returncode, 0)
+        self.assertEqual(self.called(), "")
+
+    def test_names_what_it_installs_before_it_does(self):
+        self.stand_in("dpkg-query", "exit 1\n")
+        self.stand_in("apt-get", 'cat >> "$CALLS"; ' + CALL)
+        result = self.dev("setup", "native")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        announced = next(l for l in result.stdout.splitlines() if "about to install" in l)
+        self.assertIn(" ninja-build", announced)
+        self.assertIn(" clang-format", announced)
+        self.assertNotIn("mingw", announced)
+        self.assertIn("--no-install-recommends", self.called())
+
+    def test_a_removed_package_with_configuration_left_is_missing(self):
+        self.stand_in("dpkg-query", 'shift 3; for p; do echo "rc  $p"; done\n')
+        self.assertIn("about to install", self.dev("setup", "native").stdout)
+
+    def test_no_network_is_one_clear_line_and_a_failure(self):
+        self.stand_in("dpkg-query", "exit 1\n")
+        self.stand_in("apt-get", '[[ " $* " == *" install "* ]] && echo "E: Failed to fetch" && exit 100\n')
+        result = self.dev("build", "native")
+        self.assert_fails(result, 1, "dev: apt-get ")
+        self.assertNotIn("cmake", self.called())
+
+    def test_without_root_and_sudo_says_so(self):
+        self.stand_in("dpkg-query", "exit 1\n")
+        self.stand_in("id", "echo 1000\n")
+        for name in ("bash", "env", "sed", "sort", "comm", "grep", "dirname", "readlink", "mkdir"):
+            os.symlink(shutil.which(name), self.programs / name)
+        result = subprocess.run([self.tree / "dev", "setup", "native"], text=True,
+                                env={"PATH": str(self.programs), "CALLS": str(self.calls)},
+                                capture_output=True, timeout=60)
+        self.assert_fails(result, 1, "needs root")
+
+    def test_sources_that_cannot_be_fetched_stop_the_windows_build(self):
+        self.script(self.tree / "cmake" / "fetch-duktape", "exit 1\n")
+        self.assert_fails(self.dev("build", "windows"), 1, "duktape")
+        self.assertNotIn("cmake", self.called())
+
+
+class Build(DevTest):
+    def test_builds_both_by_default_in_the_fixed_places(self):
+        self.assertEqual(self.dev("build").returncode, 0)
+        for preset in ("linux-release", "win64-release"):
+            self.assertIn(f"cmake --preset {preset}\n", self.called())
+            self.assertIn(f"cmake --build {self.tree}/build/{preset} ", self.called())
+
+    def test_a_failing_configuration_shows_its_log(self):
+        self.stand_in("cmake", "echo 'no such compiler'; exit 1\n")
+        result = self.dev("build", "native")
+        self.assert_fails(result, 1, "dev: cmake could not configure linux-release")
+        self.assertIn("no such compiler", result.stderr)
+
+
+SUMMARY = """echo '  1/6 Test #1: a ....   Passed    0.00 sec'
+echo '43% tests passed, 2 tests failed out of 6'
+echo
+echo 'The following tests did not run:'
+printf '\\t  4 - a.skip (Skipped)\\n\\t  5 - a.off (Disabled)\\n'
+echo 'The following tests FAILED:'
+printf '\\t  2 - a.fail (Failed)\\n\\t  3 - a.gone (Not Run)\\n'
+"""
+
+
+class Tests(DevTest):
+    def test_one_run_over_both_builds(self):
+        self.assertEqual(self.dev("test", "all", "--", "-R", "x y").returncode, 0)
+        runs = [l for l in self.called().splitlines() if l.startswith("ctest")]
+        self.assertEqual(len(runs), 1)
+        self.assertTrue(runs[0].endswith(" -R x y"))
+        listed = (self.tree / "build/ctest-all/CTestTestfile.cmake").read_text()
+        self.assertEqual(listed, f'subdirs("{self.tree}/build/linux-release")\n'
+                                 f'subdirs("{self.tree}/build/win64-release")\n')
+
+    def test_the_last_line_counts_and_the_status_is_passed_on(self):
+        self.stand_in("ctest", SUMMARY + "exit 8\n")
+        result = self.dev("test", "native")
+        self.assertEqual(result.returncode, 8)
+        self.assertEqual(result.stdout.splitlines()[-1], "3 passed, 2 failed, 2 skipped")
+
+    def test_a_failed_build_runs_no_tests(self):
+        self.stand_in("cmake", '[[ $1 != --build ]]\n')
+        self.assert_fails(self.dev("test", "native"), 1, "the build of linux-release failed")
+        self.assertNotIn("ctest", self.called())
+
+
+class Demo(DevTest):
+    def setUp(self):
+        super().setUp()
+        self.script(self.tree / "build/linux-release/kestrel-stage",
+                    CALL + 'while [[ $1 != -o ]]; do shift; done; echo png > "$2"\n')
+
+    def test_renders_the_test_card_in_five_layouts_and_prints_the_paths(self):
+        result = self.dev("demo")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        pictures = [pathlib.Path(l) for l in result.stdout.splitlines() if l.endswith(".png")]
+        self.assertEqual(len(set(pictures)), 5)
+        self.assertTrue(all(p.is_file() and self.tree / "out/demo" == p.parent for p in pictures))
+        for layout in ("Single", "Four-Way Split", "Four-Way Classic", "Windowed",
+                       "Off (Scopes Only)"):
+            self.assertIn(f"--set Monitor Layout={layout}\n", self.called())
+        self.assertEqual(self.called().count("render --chart test-card"), 5)
+
+    def test_takes_a_picture_relative_to_where_it_is_called(self):
+        (self.elsewhere / "my photo.v2.jpg").write_text("jpeg")
+        result = self.dev("demo", "my photo.v2.jpg")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn(f"render {self.elsewhere}/my photo.v2.jpg -o", self.called())
+        self.assertTrue((self.tree / "out/demo/my photo.v2-single.png").is_file())
+
+    def test_builds_the_native_plug_in_and_stage_alone(self):
+        self.dev("demo")
+        self.assertIn("--target KestrelScopes kestrel-stage\n", self.called())
+        self.assertNotIn("win64", self.called())
+
+    def test_a_missing_picture_fails_before_anything_is_installed(self):
+        self.stand_in("dpkg-query", "exit 1\n")
+        for picture in ("nowhere.png", "", str(self.elsewhere)):
+            self.assert_fails(self.dev("demo", picture), 1, "dev: demo: no such picture")
+        self.assertEqual(self.called(), "")
+
+    def test_a_render_that_fails_fails_the_demo(self):
+        self.script(self.tree / "build/linux-release/kestrel-stage", "exit 3\n")
+        self.assert_fails(self.dev("demo"), 1, "dev: the demo could not render 'Single'")
+
+
+class Clean(DevTest):
+    def test_removes_what_was_built_and_nothing_else(self):
+        for folder in ("build/linux-release", "out/demo"):
+            (self.tree / folder).mkdir(parents=True)
+        self.assertEqual(self.dev("clean").returncode, 0)
+        self.assertEqual(sorted(p.name for p in self.tree.iterdir()), ["cmake", "dev"])
+
+
+if __name__ == "__main__":
+    unittest.main()
