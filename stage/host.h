@@ -10,6 +10,7 @@
 #include "stage/host_options.h"
 #include "stage/mem_handle_store.h"
 #include "stage/project/project.h"
+#include "stage/project/undo.h"
 #include "stage/project_refs.h"
 #include "stage/strict.h"
 #include "stage/suite_registry.h"
@@ -51,6 +52,7 @@ class Host {
     MemHandleStore mem_handles;
     WorldStore worlds;
     Project project;
+    Undo undo{project};
     ProjectRefs refs;  ///< layer, comp, item, stream and effect references handed to the plug-in
     std::vector<ShownMessage> messages;
 

@@ -59,29 +59,38 @@ const char *stream_kind_name(StreamTarget::Kind kind) {
 ProjectRefs::ProjectRefs() = default;
 ProjectRefs::~ProjectRefs() = default;
 
+std::uint64_t ProjectRefs::version_of(const Project &project, Kind kind) {
+    switch (kind) {
+        case Kind::kLayer:
+            return project.layer_version();
+        case Kind::kComp:
+            return project.comp_version();
+        case Kind::kItem:
+            break;
+    }
+    return project.item_version();
+}
+
 void *ProjectRefs::object(const Project &project, Kind kind, int id) {
     if (id == 0) return nullptr;
-    if (current_version_ != project.structure_version()) {
-        // The old records stay, so that a stale handle is told from a new one.
-        current_.clear();
-        current_version_ = project.structure_version();
-    }
-    void *&handle = current_[{kind, id}];
-    if (handle == nullptr) {
+    const std::uint64_t version = version_of(project, kind);
+    ObjectRef *&newest = current_[{kind, id}];
+    if (newest == nullptr || newest->version != version) {
+        // The old record stays, so that a stale handle is told from a new one.
         auto ref = std::make_unique<ObjectRef>();
         ref->kind = kind;
         ref->id = id;
-        ref->version = current_version_;
-        handle = ref.get();
-        objects_[handle] = std::move(ref);
+        ref->version = version;
+        newest = ref.get();
+        objects_[newest] = std::move(ref);
     }
-    return handle;
+    return newest;
 }
 
 FoundRef ProjectRefs::find_object(const Project &project, Kind kind, const void *handle) const {
     const auto found = objects_.find(handle);
     if (found == objects_.end() || found->second->kind != kind) return {};
-    if (found->second->version != project.structure_version()) return {RefState::kStale, 0};
+    if (found->second->version != version_of(project, kind)) return {RefState::kStale, 0};
     return {RefState::kGood, found->second->id};
 }
 

@@ -15,7 +15,7 @@ namespace stage {
 /// What a reference turned out to be.
 enum class RefState {
     kGood,
-    kStale,    ///< handed out before the number of layers or items changed, or its object is gone
+    kStale,    ///< handed out before the number of layers (items, comps) changed
     kUnknown,  ///< null, disposed of, of another kind, or never handed out
 };
 
@@ -40,7 +40,7 @@ struct StreamTarget {
 };
 
 /// Hands out opaque handles and finds again what they stand for. Layers, comps and items: the same
-/// handle for the same object until the project's structure version changes; nothing to dispose of.
+/// handle for the same object until the number of such objects changes; nothing to dispose of.
 /// Streams and effects: a new handle each time, to be disposed of. Serialised by the host, as its
 /// calls are; not thread-safe.
 class ProjectRefs {
@@ -84,12 +84,12 @@ class ProjectRefs {
     struct ObjectRef;
     struct EffectRef;
     struct StreamRef;
+    static std::uint64_t version_of(const Project &project, Kind kind);
     void *object(const Project &project, Kind kind, int id);
     FoundRef find_object(const Project &project, Kind kind, const void *handle) const;
 
     std::map<const void *, std::unique_ptr<ObjectRef>> objects_;
-    std::map<std::pair<Kind, int>, void *> current_;  ///< handles of the present version
-    std::uint64_t current_version_ = 0;
+    std::map<std::pair<Kind, int>, ObjectRef *> current_;  ///< newest handle of each object
     std::map<const void *, std::unique_ptr<EffectRef>> effects_;
     std::map<const void *, std::unique_ptr<StreamRef>> streams_;
     bool zero_id_noted_ = false;

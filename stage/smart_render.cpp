@@ -127,85 +127,122 @@ Picture downsampled(const Picture &picture, int dx, int dy) {
     return result;
 }
 
+namespace {
+
+/// One smart render in steps; holds what the two commands share.
+class SmartRender {
+  public:
+    SmartRender(CommandCaller &caller, Host &host, CommandContext context,
+                const RenderSettings &settings, const Picture &input, const Picture *original)
+        : caller_(caller),
+          host_(host),
+          context_(context),
+          settings_(settings),
+          worlds_(host),
+          input_(downsampled(input, settings.downsample_x, settings.downsample_y)) {
+        context_.downsample_x = {1, static_cast<A_u_long>(settings.downsample_x)};
+        context_.downsample_y = {1, static_cast<A_u_long>(settings.downsample_y)};
+        context_.quality = settings.high_quality ? PF_Quality_HI : PF_Quality_LO;
+        context_.frame = &frame_;
+        frame_.layer_rect = bounds_of(input_);
+        if (original != nullptr) {
+            original_ = downsampled(*original, settings.downsample_x, settings.downsample_y);
+            frame_.original_rect = bounds_of(original_);
+        }
+        frame_.request = settings.request.value_or(frame_.layer_rect);
+        frame_.par = context_.pixel_aspect;
+        frame_.full_width = input.width;
+        frame_.full_height = input.height;
+        frame_.input_is_opaque = is_opaque(input_);
+    }
+
+    RenderResult run() {
+        for (int pass = settings_.send_pre_render_twice ? 2 : 1; pass > 0; --pass) pre_render();
+        if (result_.error != 0) return result_;
+        check_rectangles(host_, pre_output_, frame_.request);
+        result_.skipped = is_empty(pre_output_.result_rect);
+        if (!result_.skipped) {
+            make_worlds();
+            render();
+        }
+        return result_;
+    }
+
+  private:
+    void note(const CommandResult &command) {
+        result_.error = command.error;
+        result_.message = command.message;
+        result_.escaped = command.escaped;
+    }
+
+    void pre_render() {
+        PF_PreRenderInput input{};
+        input.output_request.rect = frame_.request;
+        input.output_request.channel_mask = kAllChannels;
+        input.bitdepth = bits_of(host_.options.depth);
+        PF_PreRenderCallbacks callbacks = pre_render_callbacks();
+        pre_output_ = PF_PreRenderOutput{};
+        PF_PreRenderExtra extra{&input, &pre_output_, &callbacks};
+        frame_.layers.clear();
+        context_.extra = &extra;
+        note(caller_.call(PF_Cmd_SMART_PRE_RENDER, context_));
+        result_.result_rect = pre_output_.result_rect;
+        result_.max_result_rect = pre_output_.max_result_rect;
+        result_.solid = pre_output_.solid != 0;
+    }
+
+    void make_worlds() {
+        for (auto &[id, layer] : frame_.layers) {
+            const bool own = layer.index == 0;
+            const bool null = own ? settings_.null_input : settings_.null_original;
+            if (is_empty(layer.rect) || null) continue;
+            layer.world = worlds_.input(own ? input_ : original_, layer.rect, frame_.par);
+            (own ? frame_.input : frame_.original) = layer.world;
+        }
+        if (!settings_.null_output) {
+            frame_.output = worlds_.make(pre_output_.result_rect, frame_.par);
+        }
+    }
+
+    void render() {
+        PF_SmartRenderInput input{};
+        input.output_request.rect = frame_.request;
+        input.output_request.channel_mask = kAllChannels;
+        input.bitdepth = bits_of(host_.options.depth);
+        input.pre_render_data = pre_output_.pre_render_data;
+        PF_SmartRenderCallbacks callbacks = smart_render_callbacks();
+        PF_SmartRenderExtra extra{&input, &callbacks};
+        context_.extra = &extra;
+        const auto begin = std::chrono::steady_clock::now();
+        note(caller_.call(PF_Cmd_SMART_RENDER, context_));
+        result_.seconds =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
+        if (result_.error != 0 || frame_.output == nullptr) return;
+        if (host_.strict.enabled) check_output_pixels(host_, *frame_.output, result_.solid);
+        result_.picture = world_picture(*frame_.output);
+    }
+
+    static constexpr PF_ChannelMask kAllChannels = 15;
+
+    CommandCaller &caller_;
+    Host &host_;
+    CommandContext context_;
+    const RenderSettings &settings_;
+    FrameWorlds worlds_;
+    Picture input_;
+    Picture original_;
+    SmartFrame frame_;
+    PF_PreRenderOutput pre_output_{};
+    RenderResult result_;
+};
+
+}  // namespace
+
 RenderResult smart_render(CommandCaller &caller, Host &host, CommandContext context,
                           const RenderSettings &settings, const Picture &input,
                           const Picture *original) {
-    context.downsample_x = {1, static_cast<A_u_long>(settings.downsample_x)};
-    context.downsample_y = {1, static_cast<A_u_long>(settings.downsample_y)};
-    context.quality = settings.high_quality ? PF_Quality_HI : PF_Quality_LO;
-
-    const Picture small_input = downsampled(input, settings.downsample_x, settings.downsample_y);
-    Picture small_original;
-    if (original != nullptr) {
-        small_original = downsampled(*original, settings.downsample_x, settings.downsample_y);
-    }
-
-    SmartFrame frame;
-    frame.layer_rect = bounds_of(small_input);
-    if (original != nullptr) frame.original_rect = bounds_of(small_original);
-    frame.request = settings.request.value_or(frame.layer_rect);
-    frame.par = context.pixel_aspect;
-    frame.full_width = input.width;
-    frame.full_height = input.height;
-    frame.input_is_opaque = is_opaque(small_input);
-
-    RenderResult result;
-    PF_PreRenderInput pre_input{};
-    pre_input.output_request.rect = frame.request;
-    pre_input.output_request.channel_mask = 15;
-    pre_input.bitdepth = bits_of(host.options.depth);
-    PF_PreRenderOutput pre_output{};
-    PF_PreRenderCallbacks pre_callbacks = pre_render_callbacks();
-    PF_PreRenderExtra pre_extra{&pre_input, &pre_output, &pre_callbacks};
-    context.frame = &frame;
-    context.extra = &pre_extra;
-    for (int pass = settings.send_pre_render_twice ? 2 : 1; pass > 0; --pass) {
-        frame.layers.clear();
-        pre_output = PF_PreRenderOutput{};
-        const CommandResult pre = caller.call(PF_Cmd_SMART_PRE_RENDER, context);
-        result.error = pre.error;
-        result.message = pre.message;
-        result.escaped = pre.escaped;
-    }
-    result.result_rect = pre_output.result_rect;
-    result.max_result_rect = pre_output.max_result_rect;
-    result.solid = pre_output.solid != 0;
-    if (result.error != 0) return result;
-    check_rectangles(host, pre_output, frame.request);
-    if (is_empty(pre_output.result_rect)) {
-        result.skipped = true;
-        return result;
-    }
-
-    FrameWorlds worlds(host);
-    for (auto &[id, layer] : frame.layers) {
-        const bool own = layer.index == 0;
-        if (is_empty(layer.rect) || (own ? settings.null_input : settings.null_original)) continue;
-        layer.world = worlds.input(own ? small_input : small_original, layer.rect, frame.par);
-        (own ? frame.input : frame.original) = layer.world;
-    }
-    frame.result = pre_output.result_rect;
-    if (!settings.null_output) frame.output = worlds.make(frame.result, frame.par);
-
-    PF_SmartRenderInput render_input{};
-    render_input.output_request = pre_input.output_request;
-    render_input.bitdepth = pre_input.bitdepth;
-    render_input.pre_render_data = pre_output.pre_render_data;
-    PF_SmartRenderCallbacks callbacks = smart_render_callbacks();
-    PF_SmartRenderExtra extra{&render_input, &callbacks};
-    context.extra = &extra;
-    const auto begin = std::chrono::steady_clock::now();
-    const CommandResult rendered = caller.call(PF_Cmd_SMART_RENDER, context);
-    result.seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
-    result.error = rendered.error;
-    result.message = rendered.message;
-    result.escaped = rendered.escaped;
-    if (result.error == 0 && frame.output != nullptr && frame.input != nullptr) {
-        if (host.strict.enabled) check_output_pixels(host, *frame.output, result.solid);
-        result.picture = world_picture(*frame.output);
-        result.picture.pixel_aspect = input.pixel_aspect;
-    }
+    RenderResult result = SmartRender(caller, host, context, settings, input, original).run();
+    result.picture.pixel_aspect = input.pixel_aspect;
     return result;
 }
 

@@ -15,12 +15,10 @@ static_assert(KS_VERSION_PACKED ==
                KS_VERSION_BUG << PF_Vers_BUGFIX_SHIFT | KS_VERSION_STAGE << PF_Vers_STAGE_SHIFT |
                KS_VERSION_BUILD << PF_Vers_BUILD_SHIFT));
 static_assert(KS_VERSION_STAGE == PF_Stage_RELEASE);
-static_assert(KS_OUT_FLAGS ==
-              (PF_OutFlag_SEND_UPDATE_PARAMS_UI | PF_OutFlag_DEEP_COLOR_AWARE |
-               PF_OutFlag_CUSTOM_UI | PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING));
-static_assert(KS_OUT_FLAGS_2 ==
-              (PF_OutFlag2_FLOAT_COLOR_AWARE | PF_OutFlag2_SUPPORTS_SMART_RENDER |
-               PF_OutFlag2_PARAM_GROUP_START_COLLAPSED_FLAG));
+static_assert(KS_OUT_FLAGS == (PF_OutFlag_SEND_UPDATE_PARAMS_UI | PF_OutFlag_DEEP_COLOR_AWARE |
+                               PF_OutFlag_CUSTOM_UI | PF_OutFlag_SEQUENCE_DATA_NEEDS_FLATTENING));
+static_assert(KS_OUT_FLAGS_2 == (PF_OutFlag2_FLOAT_COLOR_AWARE | PF_OutFlag2_SUPPORTS_SMART_RENDER |
+                                 PF_OutFlag2_PARAM_GROUP_START_COLLAPSED_FLAG));
 static_assert(std::string_view(KS_DISPLAY_NAME).size() <= PF_MAX_EFFECT_NAME_LEN);
 static_assert(std::string_view(KS_CATEGORY).size() <= PF_MAX_EFFECT_CATEGORY_NAME_LEN);
 

@@ -1,6 +1,6 @@
 /* Who the effect is, as the host reads it twice: from the property list before any code runs, and
- * from the global set-up. Preprocessor macros only, because the Windows resource compiler reads this
- * file too. static_asserts in entry/ tie the numbers to the host's constants. */
+ * from the global set-up. Preprocessor macros only, because the Windows resource compiler reads
+ * this file too. static_asserts in entry/ tie the numbers to the host's constants. */
 #ifndef KS_ENTRY_IDENTITY_H
 #define KS_ENTRY_IDENTITY_H
 

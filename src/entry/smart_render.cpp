@@ -44,8 +44,8 @@ class PixelCheckIn {
 PF_Err check_out_layer(PF_InData *in_data, PF_PreRenderExtra *extra, A_long index,
                        const PF_RenderRequest &request, PF_CheckoutResult &result) {
     return extra->cb->checkout_layer(in_data->effect_ref, index, index, &request,
-                                     in_data->current_time, in_data->time_step,
-                                     in_data->time_scale, &result);
+                                     in_data->current_time, in_data->time_step, in_data->time_scale,
+                                     &result);
 }
 
 PF_Err pass_through(PF_InData *in_data, PF_EffectWorld *input, PF_EffectWorld *output) {

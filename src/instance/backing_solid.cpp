@@ -24,8 +24,8 @@ struct Found {
 };
 
 A_Err is_full_frame(SuiteCache &suites, AEGP_LayerH layer, ItemSize comp_size, bool &yes) {
-    constexpr AEGP_LayerFlags unfit = AEGP_LayerFlag_GUIDE_LAYER | AEGP_LayerFlag_ADJUSTMENT_LAYER |
-                                      AEGP_LayerFlag_NULL_LAYER;
+    constexpr AEGP_LayerFlags unfit =
+        AEGP_LayerFlag_GUIDE_LAYER | AEGP_LayerFlag_ADJUSTMENT_LAYER | AEGP_LayerFlag_NULL_LAYER;
     AEGP_LayerFlags flags = AEGP_LayerFlag_NONE;
     std::optional<ItemSize> source;
     ErrorChain chain;
@@ -43,8 +43,7 @@ A_Err examine(SuiteCache &suites, const Stack &stack, A_long index, Found &found
     bool ours = false;
     bool full_frame = false;
     ErrorChain chain;
-    chain.step(
-        [&] { return suites.layer().AEGP_GetCompLayerByIndex(stack.comp, index, &layer); });
+    chain.step([&] { return suites.layer().AEGP_GetCompLayerByIndex(stack.comp, index, &layer); });
     chain.step([&] { return layer_goes_by(suites, layer, kBackingName, ours); });
     if (!ours && index > stack.effect_index) {
         chain.step([&] { return is_full_frame(suites, layer, stack.size, full_frame); });
@@ -116,9 +115,8 @@ PF_Err ensure_backing(SuiteCache &suites, AEGP_LayerH effect_layer, AEGP_CompH c
         chain.step([&] { return make_solid(suites, stack, found.layer); });
     }
     if (!in_place) chain.step([&] { return move_to_bottom(suites, comp, found.layer); });
-    chain.step([&] {
-        return suites.layer().AEGP_SetLayerFlag(found.layer, AEGP_LayerFlag_LOCKED, on);
-    });
+    chain.step(
+        [&] { return suites.layer().AEGP_SetLayerFlag(found.layer, AEGP_LayerFlag_LOCKED, on); });
     return chain.result();
 }
 

@@ -30,9 +30,8 @@ PF_Err warn_about_dimensions(SuiteCache &suites, PF_InData *in_data, PF_OutData 
 PF_Err set_up_monitoring_layer(SuiteCache &suites, AEGP_LayerH layer, AEGP_CompH comp) {
     constexpr A_Boolean on = 1;
     ErrorChain chain;
-    chain.step([&] {
-        return suites.layer().AEGP_SetLayerFlag(layer, AEGP_LayerFlag_GUIDE_LAYER, on);
-    });
+    chain.step(
+        [&] { return suites.layer().AEGP_SetLayerFlag(layer, AEGP_LayerFlag_GUIDE_LAYER, on); });
     chain.step([&] { return ensure_backing(suites, layer, comp); });
     return chain.result();
 }

@@ -61,9 +61,8 @@ PF_Err sequence_setup(PF_InData *in_data, PF_OutData *out_data, bool check_layer
     });
     AEGP_LayerH layer = nullptr;
     AEGP_LayerFlags flags = AEGP_LayerFlag_NONE;
-    chain.step([&] {
-        return suites.pf_interface().AEGP_GetEffectLayer(in_data->effect_ref, &layer);
-    });
+    chain.step(
+        [&] { return suites.pf_interface().AEGP_GetEffectLayer(in_data->effect_ref, &layer); });
     if (!chain.ok() || layer == nullptr) return chain.result();
     chain.step([&] { return suites.layer().AEGP_GetLayerFlags(layer, &flags); });
     const bool adjustment = (flags & AEGP_LayerFlag_ADJUSTMENT_LAYER) != 0;

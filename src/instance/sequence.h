@@ -9,10 +9,10 @@ namespace ks {
 // the length of the call only.
 
 /// Frees an old record, creates a new one in out_data->sequence_data and, when the layer that
-/// carries the effect is an adjustment layer, pins the layer. With `check_layer` (first application,
-/// not reset) it also looks at how the layer sits in its composition: see set_up_composition().
-/// Returns PF_Err_INTERNAL_STRUCT_DAMAGED (512) when the record cannot be allocated, else the first
-/// error of the host; the new record stays in place then. [host thread]
+/// carries the effect is an adjustment layer, pins the layer. With `check_layer` (first
+/// application, not reset) it also looks at how the layer sits in its composition: see
+/// set_up_composition(). Returns PF_Err_INTERNAL_STRUCT_DAMAGED (512) when the record cannot be
+/// allocated, else the first error of the host; the new record stays in place then. [host thread]
 PF_Err sequence_setup(PF_InData *in_data, PF_OutData *out_data, bool check_layer);
 
 /// Builds a record from the flat form that the host hands back after loading or duplicating, with

@@ -54,14 +54,21 @@ void set_float_slider(PF_FloatSliderDef &slider, const ParamRow &row) {
 
 void set_defaults(PF_ParamDefUnion &u, const ParamRow &row) {
     switch (row.kind) {
-        case ParamKind::popup: return set_popup(u.pd, row);
-        case ParamKind::checkbox: return set_checkbox(u.bd, row);
-        case ParamKind::point: return set_point(u.td, row);
-        case ParamKind::float_slider: return set_float_slider(u.fs_d, row);
-        case ParamKind::layer: u.ld.dephault = PF_LayerDefault_NONE; return;
+        case ParamKind::popup:
+            return set_popup(u.pd, row);
+        case ParamKind::checkbox:
+            return set_checkbox(u.bd, row);
+        case ParamKind::point:
+            return set_point(u.td, row);
+        case ParamKind::float_slider:
+            return set_float_slider(u.fs_d, row);
+        case ParamKind::layer:
+            u.ld.dephault = PF_LayerDefault_NONE;
+            return;
         case ParamKind::color:  // black with alpha 0, which clearing has done
         case ParamKind::group_start:
-        case ParamKind::group_end: return;
+        case ParamKind::group_end:
+            return;
     }
 }
 

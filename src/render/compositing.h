@@ -18,7 +18,8 @@ Opacity opacity_from_fraction(double fraction);
 /// blue 30; the host converts it to deeper worlds).
 PF_Err fill_background(const Frame &frame);
 
-/// Lays the part `rect` of `source` over `destination`, its top left corner at `at`; the host clips.
+/// Lays the part `rect` of `source` over `destination`, its top left corner at `at`; the host
+/// clips.
 PF_Err place_world(const Frame &frame, const PF_EffectWorld *source, const PF_Rect &rect,
                    IntPoint at, Opacity opacity, PF_EffectWorld *destination);
 

@@ -9,6 +9,7 @@ PF_Err run_conversion(SuiteCache &suites, PF_InData *in_data, PF_EffectWorld *so
                       const PF_Rect *area, ConversionRecord &record, PF_EffectWorld *destination) {
     const PF_Err aborted = in_data->inter.abort(in_data->effect_ref);
     if (aborted != PF_Err_NONE) return aborted;
+    prepare_record(record);
     const auto iterate = [&](auto &suite, auto callback) {
         return suite.iterate(in_data, 0, destination->height, source, area, &record, callback,
                              destination);

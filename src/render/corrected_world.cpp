@@ -57,8 +57,8 @@ void make_corrected_world(ErrorChain &chain, const Frame &frame, const RenderSet
                           OwnedWorld &corrected) {
     chain.step([&] {
         // A pass over an input smaller than the output leaves the rest untouched: start cleared.
-        const bool clear = frame.input->width < frame.output->width ||
-                           frame.input->height < frame.output->height;
+        const bool clear =
+            frame.input->width < frame.output->width || frame.input->height < frame.output->height;
         return corrected.create(frame.worlds, frame.in_data->effect_ref, size_of(*frame.output),
                                 clear, frame.format);
     });

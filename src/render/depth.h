@@ -67,8 +67,7 @@ __m128 load_lanes(const P &pixel) {
     if constexpr (kIsFloatPixel<P>) {
         return lanes_of(pixel);
     } else {
-        return _mm_mul_ps(_mm_cvtepi32_ps(load_codes(pixel)),
-                          _mm_set1_ps(PixelTraits<P>::kToUnit));
+        return _mm_mul_ps(_mm_cvtepi32_ps(load_codes(pixel)), _mm_set1_ps(PixelTraits<P>::kToUnit));
     }
 }
 

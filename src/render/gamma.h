@@ -31,8 +31,7 @@ inline void build_gamma_tables(float *tables, double gamma, PowFunction power) {
     }
     for (int k = 0; k < kHighCurveEntries; ++k) {
         const float x = static_cast<float>(k + 1) * kHighCurveStep + 1.0f;
-        tables[kLowCurveEntries + k] =
-            static_cast<float>(power(static_cast<double>(x), exponent));
+        tables[kLowCurveEntries + k] = static_cast<float>(power(static_cast<double>(x), exponent));
     }
 }
 
@@ -46,9 +45,10 @@ inline float gamma_curve(float v, const float *low, const float *high) {
     return high[static_cast<int>((v - 1.0f) * 32.0f)];
 }
 
-/// gamma_curve of four values at once, with selections in place of its branches: noise and
-/// highlights would defeat the branch predictor, and the curve is most of a pixel's cost. [worker]
-inline __m128 gamma_curve(__m128 v, const float *low) {
+/// gamma_curve of the red, green and blue lanes at once, with selections in place of its branches:
+/// noise and highlights would defeat the branch predictor, and the curve is most of a pixel's cost.
+/// The alpha lane comes out as 0 or unchanged, and is for the caller to replace. [worker]
+inline __m128 gamma_curve_rgb(__m128 v, const float *low) {
     const __m128 one = _mm_set1_ps(1.0f);
     const __m128 on_curve =
         _mm_and_ps(_mm_cmpgt_ps(v, _mm_setzero_ps()), _mm_cmplt_ps(v, _mm_set1_ps(8.0f)));
@@ -57,14 +57,13 @@ inline __m128 gamma_curve(__m128 v, const float *low) {
     const __m128 high_scaled = _mm_mul_ps(_mm_sub_ps(v, one), _mm_set1_ps(32.0f));
     const __m128 scaled =
         _mm_or_ps(_mm_andnot_ps(is_high, low_scaled), _mm_and_ps(is_high, high_scaled));
-    const __m128i base =
-        _mm_and_si128(_mm_castps_si128(is_high), _mm_set1_epi32(kLowCurveEntries));
+    const __m128i base = _mm_and_si128(_mm_castps_si128(is_high), _mm_set1_epi32(kLowCurveEntries));
     // Values off the curve read entry 0, which is then not used.
-    const __m128i index = _mm_and_si128(_mm_castps_si128(on_curve),
-                                        _mm_add_epi32(_mm_cvttps_epi32(scaled), base));
+    const __m128i index =
+        _mm_and_si128(_mm_castps_si128(on_curve), _mm_add_epi32(_mm_cvttps_epi32(scaled), base));
     alignas(16) std::int32_t at[4];
     _mm_store_si128(reinterpret_cast<__m128i *>(at), index);
-    const __m128 found = _mm_setr_ps(low[at[0]], low[at[1]], low[at[2]], low[at[3]]);
+    const __m128 found = _mm_setr_ps(0.0f, low[at[1]], low[at[2]], low[at[3]]);
     return _mm_or_ps(_mm_and_ps(on_curve, found), _mm_andnot_ps(on_curve, v));
 }
 

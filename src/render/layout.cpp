@@ -3,8 +3,8 @@
 namespace ks {
 namespace {
 
-constexpr double kLabelStrip = 18.0;           ///< pixels under every scope
-constexpr double kHistogramFootRoom = 24.0;    ///< additional pixels of the histogram
+constexpr double kLabelStrip = 18.0;         ///< pixels under every scope
+constexpr double kHistogramFootRoom = 24.0;  ///< additional pixels of the histogram
 constexpr double kHistogramPanelWidth = 272.0;
 
 }  // namespace
@@ -41,9 +41,8 @@ double scope_aspect(int choice, IntSize output, const FrameScale &scale) {
     }
     if (output.width <= 0) return 1.0;
     const float ratio = static_cast<float>(scale.den_x) / static_cast<float>(scale.den_y);
-    return static_cast<double>(output.height) / (static_cast<double>(ratio) *
-                                                 static_cast<double>(output.width) *
-                                                 scale.pixel_aspect);
+    return static_cast<double>(output.height) /
+           (static_cast<double>(ratio) * static_cast<double>(output.width) * scale.pixel_aspect);
 }
 
 IntSize scope_panel_size(ScopeSizeRule rule, double size, double aspect, const FrameScale &scale) {
@@ -103,8 +102,7 @@ Markers four_way_markers(const FourWayGrid &grid, IntSize output, double wipe, d
     return markers;
 }
 
-Markers windowed_markers(IntPoint corner, double scale, IntSize output, double wipe,
-                         double slice) {
+Markers windowed_markers(IntPoint corner, double scale, IntSize output, double wipe, double slice) {
     const int width = trunc_to_int(output.width * scale);
     const int height = trunc_to_int(output.height * scale);
     Markers markers;

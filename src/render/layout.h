@@ -29,9 +29,9 @@ struct Ratio {
 
 /// What the frame's sizes are scaled by.
 struct FrameScale {
-    double pixel_aspect = 1.0;   ///< pixel width / height
-    double horizontal = 1.0;     ///< (1 / den_x) / pixel_aspect
-    std::uint32_t den_x = 1;     ///< downsampling denominators
+    double pixel_aspect = 1.0;  ///< pixel width / height
+    double horizontal = 1.0;    ///< (1 / den_x) / pixel_aspect
+    std::uint32_t den_x = 1;    ///< downsampling denominators
     std::uint32_t den_y = 1;
 };
 

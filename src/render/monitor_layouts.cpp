@@ -35,13 +35,12 @@ void draw_tile(ErrorChain &chain, const Frame &frame, const RenderSettings &sett
     chain.step([&] {
         return world.create(frame.worlds, frame.in_data->effect_ref, size, true, frame.format);
     });
-    chain.step([&] {
-        return draw_scaled(frame, frame.input, grid.tile_scale, 0.0, 0.0, world.get());
-    });
+    chain.step(
+        [&] { return draw_scaled(frame, frame.input, grid.tile_scale, 0.0, 0.0, world.get()); });
     chain.step([&] {
         // No tile view goes through the gamma curve, so the record needs no tables.
-        ConversionRecord record = make_conversion_record(frame, settings, kRawLuma,
-                                                         static_cast<std::int32_t>(tile.view));
+        ConversionRecord record =
+            make_conversion_record(frame, settings, kRawLuma, static_cast<std::int32_t>(tile.view));
         return run_conversion(frame.suites, frame.in_data, world.get(), nullptr, record,
                               world.get());
     });
@@ -50,8 +49,7 @@ void draw_tile(ErrorChain &chain, const Frame &frame, const RenderSettings &sett
                             tile.outline, kPlotOver);
     });
     chain.step([&] {
-        return place_world(frame, world.get(), host_rect(grid.tile_rect), corner, {},
-                           frame.output);
+        return place_world(frame, world.get(), host_rect(grid.tile_rect), corner, {}, frame.output);
     });
     chain.always([&] { return world.close(); });
 }
@@ -85,9 +83,8 @@ Markers draw_windowed(ErrorChain &chain, const Frame &frame, const RenderSetting
     const IntPoint corner = read_point(chain, frame.in_data, kParamMonitorPosition);
     const double scale = read_slider(chain, frame.in_data, kParamMonitorSize) * 0.01;
     chain.step([&] { return fill_background(frame); });
-    chain.step([&] {
-        return draw_scaled(frame, corrected, scale, corner.x, corner.y, frame.output);
-    });
+    chain.step(
+        [&] { return draw_scaled(frame, corrected, scale, corner.x, corner.y, frame.output); });
     return windowed_markers(corner, scale, size_of(*frame.output), wipe.fraction,
                             settings.slice_fraction);
 }

@@ -21,9 +21,9 @@ class OwnedWorld {
     /// over-large sizes are refused).
     PF_Err create(PF_WorldSuite2 &suite, PF_ProgPtr effect_ref, IntSize size, bool clear,
                   PF_PixelFormat format) {
-        const PF_Err error = suite.PF_NewWorld(effect_ref, size.width, size.height,
-                                               clear ? PF_Boolean{1} : PF_Boolean{0}, format,
-                                               &world_);
+        const PF_Err error =
+            suite.PF_NewWorld(effect_ref, size.width, size.height,
+                              clear ? PF_Boolean{1} : PF_Boolean{0}, format, &world_);
         if (error == PF_Err_NONE) {
             suite_ = &suite;
             effect_ref_ = effect_ref;

@@ -50,8 +50,7 @@ void draw_frame(ErrorChain &chain, const Frame &frame, const RenderSettings &set
                 ScopePanels &panels, OwnedWorld &corrected) {
     const bool scopes_only =
         settings.monitor_layout == static_cast<std::int32_t>(MonitorLayout::kScopesOnly);
-    if (settings.shows_any_scope() &&
-        (settings.apply_corrections == kPostScopes || scopes_only)) {
+    if (settings.shows_any_scope() && (settings.apply_corrections == kPostScopes || scopes_only)) {
         chain.step([&] {
             return run_scopes(frame.in_data, frame.out_data, frame.format, frame.input,
                               panels.set());
@@ -69,9 +68,12 @@ void draw_frame(ErrorChain &chain, const Frame &frame, const RenderSettings &set
 
 PF_Err render_frame(PF_InData *in_data, PF_OutData *out_data, PF_EffectWorld *input,
                     PF_EffectWorld *original, PF_EffectWorld *output) {
-    // Hosts hand over worlds without pixels where there is nothing to draw, and then treat asking
-    // for their format as a fault.
-    if (input->data == nullptr || output->data == nullptr) return PF_Err_NONE;
+    // Hosts hand over worlds without pixels where there is nothing to draw, and treat asking for
+    // the format of one as a fault.
+    if (output->data == nullptr) return PF_Err_NONE;
+    if (input->data == nullptr) {
+        return in_data->utils->fill(in_data->effect_ref, nullptr, nullptr, output);
+    }
     WorldSuiteAccess worlds(in_data, out_data);
     SuiteCache suites(in_data->pica_basicP);
     ErrorChain chain;
@@ -81,14 +83,10 @@ PF_Err render_frame(PF_InData *in_data, PF_OutData *out_data, PF_EffectWorld *in
     if (!chain.ok()) return chain.result();
 
     const bool has_original = original != nullptr && original->data != nullptr;
-    const Frame frame{in_data,
-                      out_data,
-                      suites,
-                      worlds.get(),
-                      format,
-                      frame_scale(*in_data),
-                      input,
-                      has_original ? original : nullptr,
+    const Frame frame{in_data, out_data,
+                      suites,  worlds.get(),
+                      format,  frame_scale(*in_data),
+                      input,   has_original ? original : nullptr,
                       output};
     ScopePanels panels;
     OwnedWorld corrected;

@@ -96,8 +96,8 @@ std::int32_t write_alpha(const WorldView &world, FormatCode code, int x, int y, 
 
 std::int32_t plot(const WorldView &world, FormatCode code, int x, int y, const Colour &colour,
                   unsigned mode) {
-    return with_pixel_type(
-        code, [&]<class P>(P *) { plot_if_inside<P>(world, x, y, colour, mode); });
+    return with_pixel_type(code,
+                           [&]<class P>(P *) { plot_if_inside<P>(world, x, y, colour, mode); });
 }
 
 std::int32_t plot_fractional(const WorldView &world, FormatCode code, double x, int y,
@@ -129,8 +129,7 @@ std::int32_t draw_line(const WorldView &world, FormatCode code, IntPoint from, I
         if (from.x != to.x && from.y != to.y) {
             plot_sloped<P>(world, from, to, colour, mode);
         } else {
-            plot_run<P>(world, make_run(from, to), colour, mode,
-                        [](std::int64_t) { return true; });
+            plot_run<P>(world, make_run(from, to), colour, mode, [](std::int64_t) { return true; });
         }
     });
 }

@@ -15,12 +15,14 @@ namespace ks {
 
 /// Bits of a plot mode.
 enum PlotMode : unsigned {
-    kPlotOver = 0,       ///< straight-alpha blend over the pixel
-    kPlotAdditive = 1,   ///< colour channels are added
-    kPlotClampFloat = 2  ///< float worlds: colour channels limited to 1.0, as integer ones always are
+    kPlotOver = 0,      ///< straight-alpha blend over the pixel
+    kPlotAdditive = 1,  ///< colour channels are added
+    kPlotClampFloat =
+        2  ///< float worlds: colour channels limited to 1.0, as integer ones always are
 };
 
-/// Blends `colour` into `pixel`. Additive: channel = destination + colour. Over: channel = a * colour
+/// Blends `colour` into `pixel`. Additive: channel = destination + colour. Over: channel = a *
+/// colour
 /// + (1 - a) * destination. Alpha in both: (1 - a) * destination + a, limited to 1.0.
 template <class P>
 void blend_pixel(P &pixel, const Colour &colour, unsigned mode) {

@@ -7,8 +7,7 @@ namespace ks {
 void ScopePanels::create(ErrorChain &chain, const Frame &frame, const RenderSettings &settings) {
     set_.switches = settings.switches;
     set_.slice_fraction = settings.slice_fraction;
-    const double aspect =
-        scope_aspect(settings.scopes_aspect, size_of(*frame.output), frame.scale);
+    const double aspect = scope_aspect(settings.scopes_aspect, size_of(*frame.output), frame.scale);
     for (const ScopeKind kind : kScopeWalkOrder) {
         if (!settings.shows(kind)) continue;
         set_.kinds[static_cast<std::size_t>(set_.count++)] = kind;
@@ -25,8 +24,8 @@ PF_Err ScopePanels::create_panel(const Frame &frame, const RenderSettings &setti
     // Legal settings reach this at extreme downsampling; asking the host for it would fail the
     // frame over a scope that cannot show anything.
     if (size.width <= 0 || size.height <= 0) return PF_Err_NONE;
-    const PF_Err error = panels_[slot].create(frame.worlds, frame.in_data->effect_ref, size, true,
-                                              frame.format);
+    const PF_Err error =
+        panels_[slot].create(frame.worlds, frame.in_data->effect_ref, size, true, frame.format);
     set_.panels[slot] = panels_[slot].get();
     return error;
 }

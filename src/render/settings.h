@@ -32,7 +32,7 @@ struct RenderSettings {
     [[nodiscard]] bool shows_any_scope() const;
 };
 
-inline constexpr std::int32_t kPreScopes = 1;   ///< "Apply Corrections": measure the corrected image
+inline constexpr std::int32_t kPreScopes = 1;  ///< "Apply Corrections": measure the corrected image
 inline constexpr std::int32_t kPostScopes = 2;  ///< "Apply Corrections": measure the input
 inline constexpr std::int32_t kViewYCbCr = 2;   ///< "View Channels": Y, Cb, Cr tiles
 

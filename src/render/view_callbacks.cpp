@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstring>
+#include <type_traits>
 #include <utility>
 
 #include "hostapi/constants.h"
@@ -12,6 +13,17 @@
 namespace ks {
 namespace {
 
+/// The RGB or alpha view of an 8-bit pixel from the record's table.
+template <View V>
+Pixel8 look_up(Pixel8 in, const std::array<std::uint8_t, 256> &codes) {
+    if constexpr (V == View::kAlpha) {
+        const std::uint8_t value = codes[in.alpha];
+        return {255, value, value, value};
+    } else {
+        return {in.alpha, codes[in.red], codes[in.green], codes[in.blue]};
+    }
+}
+
 /// Converts one pixel. `P` is our pixel type, `HostPixel` the host's of the same depth.
 template <View V, class P, class HostPixel>
 PF_Err convert_pixel(void *refcon, A_long, A_long, HostPixel *in, HostPixel *out) {
@@ -19,7 +31,11 @@ PF_Err convert_pixel(void *refcon, A_long, A_long, HostPixel *in, HostPixel *out
     static_assert(sizeof(P) == sizeof(HostPixel));
     P pixel;
     std::memcpy(&pixel, in, sizeof pixel);
-    pixel = store_lanes<P>(convert_view<V>(load_lanes(pixel), record));
+    if constexpr (std::is_same_v<P, Pixel8> && has_code_table(V)) {
+        pixel = look_up<V>(pixel, record.corrected_codes);
+    } else {
+        pixel = store_lanes<P>(convert_view<V>(load_lanes(pixel), record));
+    }
     std::memcpy(out, &pixel, sizeof pixel);
     return PF_Err_NONE;
 }

@@ -15,9 +15,8 @@ class WorldSuiteAccess {
     WorldSuiteAccess(PF_InData *in_data, PF_OutData *out_data)
         : in_data_(in_data), out_data_(out_data) {
         const void *suite = nullptr;
-        const PF_Err error =
-            AcquireSuite(in_data, out_data, kPFWorldSuite, kPFWorldSuiteVersion2,
-                         "Couldn't load suite PF_WorldSuite2.", &suite);
+        const PF_Err error = AcquireSuite(in_data, out_data, kPFWorldSuite, kPFWorldSuiteVersion2,
+                                          "Couldn't load suite PF_WorldSuite2.", &suite);
         if (error != PF_Err_NONE) throw error;
         // Suite tables are the host's and read-only; the prototypes alone are not const-correct.
         suite_ = static_cast<PF_WorldSuite2 *>(const_cast<void *>(suite));

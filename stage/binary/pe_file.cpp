@@ -83,7 +83,7 @@ std::vector<std::string> read_exports(const Image &image) {
 }
 
 std::string imported_name(const Image &image, std::uint64_t entry) {
-    if (entry & kImportByNumber) return "#" + std::to_string(entry & 0xFFFF);
+    if (entry & kImportByNumber) return std::string("#").append(std::to_string(entry & 0xFFFF));
     if (entry > 0x7FFFFFFF) throw BinaryError("PE file is damaged: bad import entry");
     // Two bytes of hint stand before the name.
     return image.file().c_string(image.offset_of(static_cast<std::uint32_t>(entry)) + 2);

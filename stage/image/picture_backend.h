@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <memory>
 #include <span>
+#include <string>
 
 #include "stage/image/picture.h"
 #include "stage/image/picture_format.h"
@@ -18,10 +19,9 @@ std::span<const PictureFormat> formats();
 // Reads a still. Throws PictureError with the reason alone, without the file name.
 Picture read(const std::filesystem::path &path);
 
-// Writes `picture`, whose alpha is as the format stores it, to `path`, an existing empty file whose
-// name carries the same extension. Throws PictureError with the reason alone.
-void write(const std::filesystem::path &path, const Picture &picture, const PictureFormat &format,
-           SampleType stored);
+// The bytes of a file of `format` with samples of the type `stored`. Alpha of `picture` is already as
+// the format stores it. Throws PictureError with the reason alone.
+std::string encode(const Picture &picture, const PictureFormat &format, SampleType stored);
 
 // Opens a video file, or gives null when the file is none. Throws PictureError with the reason alone.
 std::unique_ptr<PictureSource> open_video(const std::filesystem::path &path);

@@ -7,6 +7,7 @@
 #include <string>
 #include <system_error>
 
+#include "stage/image/file_end.h"
 #include "stage/image/frame_pattern.h"
 #include "stage/image/netpbm.h"
 #include "stage/image/picture_backend.h"
@@ -45,6 +46,15 @@ std::string read_bytes(const fs::path &path) {
     return bytes;
 }
 
+// The first bytes of a file, enough to tell its format.
+std::string read_start(const fs::path &path) {
+    std::ifstream in(path, std::ios::binary);
+    std::string bytes(8, '\0');
+    in.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    bytes.resize(static_cast<std::size_t>(in.gcount()));
+    return bytes;
+}
+
 bool is_netpbm(const fs::path &path) {
     return find_format(netpbm::formats(), extension_of(path)) != nullptr;
 }
@@ -53,7 +63,11 @@ bool is_netpbm(const fs::path &path) {
 Picture read_still(const fs::path &path) {
     return naming(path, [&] {
         check_readable(path);
-        return is_netpbm(path) ? netpbm::decode(read_bytes(path)) : backend::read(path);
+        if (is_netpbm(path)) return netpbm::decode(read_bytes(path));
+        if (may_be_cut_off(read_start(path)) && cut_off(read_bytes(path))) {
+            throw PictureError("cannot be read: the file is cut off");
+        }
+        return backend::read(path);
     });
 }
 
@@ -135,27 +149,27 @@ FormatChoice choose_format(const fs::path &path) {
                        "\": choose one of " + writable_extensions());
 }
 
-void encode_netpbm(const fs::path &path, const Picture &picture, SampleType stored) {
-    if (stored == SampleType::Float) return write_whole_file(path, netpbm::encode_pfm(picture));
-    const int maximum = stored == SampleType::U8                 ? kWhite8
-                        : picture.native == SampleType::HostU16 ? kWhite16
-                                                                : 65535;
-    write_whole_file(path, netpbm::encode_pam(picture, maximum));
+std::string encode_netpbm(const Picture &picture, SampleType stored) {
+    switch (stored) {
+        case SampleType::U8:
+            return netpbm::encode_pam(picture, kWhite8);
+        case SampleType::U16:
+            return netpbm::encode_pam(picture,
+                                      picture.native == SampleType::HostU16 ? kWhite16 : 65535);
+        default:
+            return netpbm::encode_pfm(picture);
+    }
 }
 
-void encode_with_library(const fs::path &path, const Picture &picture, const PictureFormat &format,
-                         SampleType stored) {
-    ReplacementFile file(path);
-    naming(path, [&] {
-        if (format.alpha == AlphaStorage::Premultiplied) {
-            Picture copy = picture;
-            premultiply(copy);
-            backend::write(file.temporary(), copy, format, stored);
-        } else {
-            backend::write(file.temporary(), picture, format, stored);
-        }
-    });
-    file.commit();
+std::string encode(const Picture &picture, const FormatChoice &choice, Depth depth) {
+    const SampleType stored = choice.format->stored(depth);
+    if (choice.netpbm) return encode_netpbm(picture, stored);
+    if (choice.format->alpha != AlphaStorage::Premultiplied) {
+        return backend::encode(picture, *choice.format, stored);
+    }
+    Picture premultiplied = picture;
+    premultiply(premultiplied);
+    return backend::encode(premultiplied, *choice.format, stored);
 }
 
 }  // namespace
@@ -175,13 +189,11 @@ std::unique_ptr<PictureSource> open_pictures(const fs::path &path) {
 Picture read_picture(const fs::path &path, int frame) { return open_pictures(path)->read(frame); }
 
 void write_picture(const fs::path &path, const Picture &picture, Depth depth) {
-    const FormatChoice choice = naming(path, [&] {
+    const std::string bytes = naming(path, [&] {
         check_picture(picture);
-        return choose_format(path);
+        return encode(picture, choose_format(path), depth);
     });
-    const SampleType stored = choice.format->stored(depth);
-    if (choice.netpbm) return encode_netpbm(path, picture, stored);
-    encode_with_library(path, picture, *choice.format, stored);
+    write_whole_file(path, bytes);
 }
 
 std::string writable_extensions() {

@@ -1,7 +1,7 @@
 // Reading and writing of pictures: stills, numbered sequences and video files.
 //
-// Natively OpenImageIO reads and writes (PNG, JPEG, TIFF, DPX, OpenEXR and more; video files are read
-// only); in the Windows build stb does (PNG, JPEG and Radiance HDR). PFM and PAM work alike in both
+// Natively OpenImageIO reads and writes (PNG, JPEG, TIFF, DPX, OpenEXR and more) and libav reads video
+// files; in the Windows build stb reads and writes PNG, JPEG and Radiance HDR. PFM and PAM work alike in both
 // builds and lose nothing: PFM holds floats ("PF", or "PF4" with alpha), PAM integer codes with alpha.
 //
 // Every function throws PictureError "FILE: reason" and may be called from any thread; one
@@ -40,7 +40,8 @@ class PictureSource {
     // The rate written in the file; only video files have one.
     virtual std::optional<FrameRate> frame_rate() const = 0;
 
-    // The picture of `frame`. Reading in ascending order is fast. A still takes any number.
+    // The picture of `frame`. Reading in ascending order is fast. A still takes any number. A frame
+    // that is missing or damaged is an error and never another frame.
     virtual Picture read(int frame) = 0;
 };
 

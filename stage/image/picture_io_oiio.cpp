@@ -1,4 +1,5 @@
 // Pictures by OpenImageIO, in the native build.
+#include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 
 #include <algorithm>
@@ -25,11 +26,11 @@ constexpr std::array<PictureFormat, 8> kFormats = {{
     {"hdr", "hdr", AlphaStorage::None, SampleType::Float, SampleType::Float, SampleType::Float},
 }};
 
-// An error of the library as one line.
-[[noreturn]] void fail(const std::string &what, std::string reason) {
-    while (!reason.empty() && (reason.back() == '\n' || reason.back() == ' ')) reason.pop_back();
-    for (std::size_t at; (at = reason.find('\n')) != std::string::npos;) reason.replace(at, 1, "; ");
-    throw PictureError(reason.empty() ? what : what + ": " + reason);
+// Throws `what` with the library's reason. Of several lines the first tells what went wrong and the
+// others what went wrong because of it.
+[[noreturn]] void fail(const std::string &what, const std::string &reason) {
+    const std::string line = reason.substr(0, reason.find('\n'));
+    throw PictureError(line.empty() ? what : what + ": " + line);
 }
 
 std::unique_ptr<OIIO::ImageInput> open_file(const std::filesystem::path &path) {
@@ -58,28 +59,25 @@ ChannelOrder channel_order(const OIIO::ImageSpec &spec) {
     return {alpha, grey, grey, grey};
 }
 
-// Formats whose readers hand out the file's colours whatever alpha is; they are straight by custom.
-bool always_straight(std::string_view format) { return format == "dpx" || format == "ffmpeg"; }
+// DPX says nothing of alpha, and its reader hands out the file's colours; they are straight by custom.
+bool always_straight(std::string_view format) { return format == "dpx"; }
 
 template <typename Sample>
-void read_samples(OIIO::ImageInput &input, int subimage, OIIO::TypeDesc type, Picture &picture) {
+void read_samples(OIIO::ImageInput &input, OIIO::TypeDesc type, Picture &picture) {
     const OIIO::ImageSpec &spec = input.spec();
     const ChannelOrder order = channel_order(spec);
     const int channels = std::ranges::max(order) + 1;
     std::vector<Sample> samples(static_cast<std::size_t>(spec.width) *
                                 static_cast<std::size_t>(spec.height) *
                                 static_cast<std::size_t>(channels));
-    if (!input.read_image(subimage, 0, 0, channels, type, samples.data())) {
-        fail("cannot be read", input.geterror());
-    }
-    unpack_samples(samples, channels, order, spec.x - spec.full_x, spec.y - spec.full_y, spec.width,
+    // The TIFF reader notes a strip that is cut off and reports success all the same.
+    const bool read = input.read_image(0, 0, 0, channels, type, samples.data());
+    if (!read || input.has_error()) fail("cannot be read", input.geterror());
+    unpack_samples(samples.data(), channels, order, spec.x - spec.full_x, spec.y - spec.full_y, spec.width,
                    spec.height, picture);
 }
 
-Picture read_subimage(OIIO::ImageInput &input, int subimage) {
-    if (!input.seek_subimage(subimage, 0)) {
-        fail("frame " + std::to_string(subimage) + " cannot be read", input.geterror());
-    }
+Picture read_first_part(OIIO::ImageInput &input) {
     const OIIO::ImageSpec &spec = input.spec();
     if (spec.depth > 1 || spec.deep) fail("cannot be read: it is not a flat picture", "");
     if (spec.width > kMaxPictureSide || spec.height > kMaxPictureSide) {
@@ -89,15 +87,15 @@ Picture read_subimage(OIIO::ImageInput &input, int subimage) {
     switch (spec.format.basetype) {
         case OIIO::TypeDesc::UINT8:
             picture.native = SampleType::U8;
-            read_samples<std::uint8_t>(input, subimage, OIIO::TypeDesc::UINT8, picture);
+            read_samples<std::uint8_t>(input, OIIO::TypeDesc::UINT8, picture);
             break;
         case OIIO::TypeDesc::UINT16:
             picture.native = SampleType::U16;
-            read_samples<std::uint16_t>(input, subimage, OIIO::TypeDesc::UINT16, picture);
+            read_samples<std::uint16_t>(input, OIIO::TypeDesc::UINT16, picture);
             break;
         default:
             if (spec.format.basetype == OIIO::TypeDesc::HALF) picture.native = SampleType::Half;
-            read_samples<float>(input, subimage, OIIO::TypeDesc::FLOAT, picture);
+            read_samples<float>(input, OIIO::TypeDesc::FLOAT, picture);
     }
     if (spec.alpha_channel >= 0 && spec.get_int_attribute("oiio:UnassociatedAlpha") == 0 &&
         !always_straight(input.format_name())) {
@@ -107,46 +105,6 @@ Picture read_subimage(OIIO::ImageInput &input, int subimage) {
     if (aspect > 0.0f && aspect < 100.0f) picture.pixel_aspect = aspect;
     return picture;
 }
-
-// As the header says; files whose header is silent are walked through.
-int frame_count_of(OIIO::ImageInput &input) {
-    int frames = input.spec().get_int_attribute("oiio:subimages");
-    if (frames > 0) return frames;
-    for (frames = 0; input.seek_subimage(frames, 0);) ++frames;
-    input.geterror();  // the failure that ended the walk
-    return frames;
-}
-
-class VideoSource final : public PictureSource {
-  public:
-    explicit VideoSource(std::unique_ptr<OIIO::ImageInput> input) : input_(std::move(input)) {
-        const OIIO::ImageSpec &spec = input_->spec();
-        frames_ = frame_count_of(*input_);
-        std::array<int, 2> rate = {};
-        if (spec.getattribute("FramesPerSecond", OIIO::TypeRational, rate.data()) && rate[0] > 0 &&
-            rate[1] > 0) {
-            rate_ = FrameRate{rate[0], rate[1]};
-        }
-        if (frames_ < 1) fail("cannot be read: the video file has no frames", "");
-    }
-    bool still() const override { return false; }
-    int first_frame() const override { return 0; }
-    int frame_count() const override { return frames_; }
-    std::optional<FrameRate> frame_rate() const override { return rate_; }
-    Picture read(int frame) override {
-        if (frame < 0 || frame >= frames_) {
-            fail("there is no frame " + std::to_string(frame) + ", they are numbered 0 to " +
-                     std::to_string(frames_ - 1),
-                 "");
-        }
-        return read_subimage(*input_, frame);
-    }
-
-  private:
-    std::unique_ptr<OIIO::ImageInput> input_;
-    int frames_ = 0;
-    std::optional<FrameRate> rate_;
-};
 
 OIIO::TypeDesc library_type(SampleType type) {
     switch (type) {
@@ -199,24 +157,23 @@ bool write_stored(OIIO::ImageOutput &output, const Picture &picture, SampleType 
 
 std::span<const PictureFormat> formats() { return kFormats; }
 
-Picture read(const std::filesystem::path &path) { return read_subimage(*open_file(path), 0); }
+Picture read(const std::filesystem::path &path) { return read_first_part(*open_file(path)); }
 
-std::unique_ptr<PictureSource> open_video(const std::filesystem::path &path) {
-    auto input = open_file(path);
-    if (input->spec().get_int_attribute("oiio:Movie") == 0) return nullptr;
-    return std::make_unique<VideoSource>(std::move(input));
-}
-
-void write(const std::filesystem::path &path, const Picture &picture, const PictureFormat &format,
-           SampleType stored) {
-    auto output = OIIO::ImageOutput::create(std::string(format.library_name));
-    if (!output) fail("cannot be written", OIIO::geterror());
-    if (!output->open(path.string(), output_spec(picture, format, stored))) {
-        fail("cannot be written", output->geterror());
+std::string encode(const Picture &picture, const PictureFormat &format, SampleType stored) {
+    const std::string name(format.library_name);
+    auto output = OIIO::ImageOutput::create(name);
+    if (!output) fail("cannot be encoded", OIIO::geterror());
+    // Into memory, since not every writer of the library notices that a device is full.
+    std::vector<unsigned char> bytes;
+    OIIO::Filesystem::IOVecOutput memory(bytes);
+    if (!output->set_ioproxy(&memory) ||
+        !output->open("memory." + name, output_spec(picture, format, stored))) {
+        fail("cannot be encoded", output->geterror());
     }
     const bool written = write_stored(*output, picture, stored);
     const bool closed = output->close();
-    if (!written || !closed) fail("cannot be written", output->geterror());
+    if (!written || !closed) fail("cannot be encoded", output->geterror());
+    return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
 }
 
 }  // namespace stage::backend

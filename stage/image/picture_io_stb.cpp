@@ -50,8 +50,7 @@ Picture decode(const std::string &bytes, SampleType native,
         &stbi_image_free);
     if (!samples) throw PictureError(std::string("cannot be read: ") + stbi_failure_reason());
     Picture picture = make_picture(width, height, native);
-    const std::size_t count = picture.argb.size() / 4 * static_cast<std::size_t>(channels);
-    unpack_samples(std::vector<Sample>(samples.get(), samples.get() + count), channels,
+    unpack_samples(samples.get(), channels,
                    kOrders[static_cast<std::size_t>(channels)], 0, 0, width, height, picture);
     return picture;
 }
@@ -73,7 +72,7 @@ std::string encode8(const Picture &picture, const PictureFormat &format) {
                          : stbi_write_jpg_to_func(append_bytes, &bytes, picture.width,
                                                   picture.height, channels, samples.data(),
                                                   kJpegQuality);
-    if (done == 0) throw PictureError("cannot be written: the picture cannot be encoded");
+    if (done == 0) throw PictureError("the picture cannot be encoded");
     return bytes;
 }
 
@@ -83,7 +82,7 @@ std::string encode_hdr(const Picture &picture) {
     limit_to_rgbe(samples);
     if (stbi_write_hdr_to_func(append_bytes, &bytes, picture.width, picture.height, 3,
                                samples.data()) == 0) {
-        throw PictureError("cannot be written: the picture cannot be encoded");
+        throw PictureError("the picture cannot be encoded");
     }
     return bytes;
 }
@@ -107,15 +106,15 @@ Picture read(const std::filesystem::path &path) {
 
 std::unique_ptr<PictureSource> open_video(const std::filesystem::path &) { return nullptr; }
 
-void write(const std::filesystem::path &path, const Picture &picture, const PictureFormat &format,
-           SampleType stored) {
-    const std::string bytes = stored == SampleType::U8    ? encode8(picture, format)
-                              : stored == SampleType::U16 ? encode_png16(picture)
-                                                          : encode_hdr(picture);
-    std::ofstream out(path, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (!out) throw PictureError("cannot be written: the device is full or failed");
+std::string encode(const Picture &picture, const PictureFormat &format, SampleType stored) {
+    switch (stored) {
+        case SampleType::U8:
+            return encode8(picture, format);
+        case SampleType::U16:
+            return encode_png16(picture);
+        default:
+            return encode_hdr(picture);
+    }
 }
 
 }  // namespace stage::backend

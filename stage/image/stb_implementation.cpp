@@ -4,7 +4,6 @@
 #define STBI_ONLY_JPEG
 #define STBI_ONLY_HDR
 #define STBI_NO_STDIO
-#define STBI_WRITE_NO_STDIO
 #define STB_IMAGE_IMPLEMENTATION
 #define STB_IMAGE_WRITE_IMPLEMENTATION
 #include <stb/stb_image.h>

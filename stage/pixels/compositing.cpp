@@ -59,8 +59,8 @@ constexpr Mode kModes[] = {
     {PF_Xfer_DIFFERENCE, Kind::kOver, difference},
 };
 
-// Shares of source and destination in the result, in units of full opacity * white * white: products
-// of 8-bit codes, exact in double. Their sum is the new alpha.
+// Shares of source and destination in the result, in units of full opacity * white * white:
+// products of 8-bit codes, exact in double. Their sum is the new alpha.
 struct Shares {
     double source, destination;
     double alpha() const { return source + destination; }
@@ -106,8 +106,8 @@ Sample composite_straight(const Compositing &how, const Sample &source, const Sa
             how.blend == nullptr
                 ? source[c]
                 : blended<kDepth>(how.blend, source[c], destination[c], destination[0]);
-        result[c] = weighted(shares.source, colour, shares.destination, destination[c]) /
-                    shares.alpha();
+        result[c] =
+            weighted(shares.source, colour, shares.destination, destination[c]) / shares.alpha();
     }
     return result;
 }
@@ -154,8 +154,8 @@ std::optional<Compositing> make_compositing(const PF_CompositeMode &mode, PF_Mod
     how.kind = known->kind;
     how.blend = known->blend;
     how.full_opacity = depth == Depth::U8 ? kWhite8 : kWhite16;
-    how.opacity = std::min<double>(depth == Depth::U8 ? mode.opacity : mode.opacitySu,
-                                   how.full_opacity);
+    how.opacity =
+        std::min<double>(depth == Depth::U8 ? mode.opacity : mode.opacitySu, how.full_opacity);
     how.straight = (flags & PF_MF_Alpha_STRAIGHT) != 0;
     how.rgb_only = mode.rgb_only != 0;
     return how;

@@ -54,8 +54,7 @@ Sample composite(const Compositing &how, const Sample &source, const Sample &des
 
 extern template Sample composite<Depth::U8>(const Compositing &, const Sample &, const Sample &);
 extern template Sample composite<Depth::U16>(const Compositing &, const Sample &, const Sample &);
-extern template Sample composite<Depth::Float>(const Compositing &, const Sample &,
-                                               const Sample &);
+extern template Sample composite<Depth::Float>(const Compositing &, const Sample &, const Sample &);
 
 /// True when a source pixel of alpha `alpha` (codes) simply replaces the destination.
 template <Depth kDepth>

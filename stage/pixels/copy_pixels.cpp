@@ -9,15 +9,13 @@ namespace stage {
 namespace {
 
 std::size_t pixel_size(Depth depth) {
-    return visit_depth(depth, []<Depth kDepth>() {
-        return sizeof(typename DepthTraits<kDepth>::Pixel);
-    });
+    return visit_depth(depth,
+                       []<Depth kDepth>() { return sizeof(typename DepthTraits<kDepth>::Pixel); });
 }
 
 void copy_same_size(const PixelView &src, const Box &from, const PixelView &dst, const Box &to) {
     const std::int64_t dx = from.left - to.left, dy = from.top - to.top;
-    const Box area =
-        intersect(intersect(to, bounds(dst)), bounds(src).shifted(-dx, -dy));
+    const Box area = intersect(intersect(to, bounds(dst)), bounds(src).shifted(-dx, -dy));
     if (area.empty()) return;
     const std::size_t size = pixel_size(src.depth);
     const std::size_t bytes = static_cast<std::size_t>(area.width()) * size;
@@ -52,11 +50,11 @@ std::vector<Tap> make_taps(std::int64_t begin, std::int64_t end, std::int64_t to
     taps.reserve(static_cast<std::size_t>(end - begin));
     const double scale = static_cast<double>(from_size) / static_cast<double>(to_size);
     for (auto i = begin; i < end; ++i) {
-        const double centre = static_cast<double>(from_start) +
-                              (static_cast<double>(i - to_start) + 0.5) * scale;
+        const double centre =
+            static_cast<double>(from_start) + (static_cast<double>(i - to_start) + 0.5) * scale;
         Tap tap;
-        tap.inside = low < high && centre >= static_cast<double>(low) &&
-                     centre < static_cast<double>(high);
+        tap.inside =
+            low < high && centre >= static_cast<double>(low) && centre < static_cast<double>(high);
         if (tap.inside && sampling == Sampling::kNearest) {
             tap.first = tap.second = static_cast<int>(centre);
         } else if (tap.inside) {
@@ -116,8 +114,7 @@ void copy_pixels(const PixelView &src, const Box &from, const PixelView &dst, co
                                                from.left, from.width(), src.width, sampling);
     const std::vector<Tap> rows = make_taps(area.top, area.bottom, to.top, to.height(), from.top,
                                             from.height(), src.height, sampling);
-    visit_depth(src.depth,
-                [&]<Depth kDepth>() { stretch<kDepth>(src, dst, area, columns, rows); });
+    visit_depth(src.depth, [&]<Depth kDepth>() { stretch<kDepth>(src, dst, area, columns, rows); });
 }
 
 }  // namespace stage

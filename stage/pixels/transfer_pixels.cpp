@@ -29,8 +29,7 @@ void transfer_pixels(const PixelView &src, const Box &from, const PixelView &dst
     const std::int64_t dx = x - from.left, dy = y - from.top;
     const Box area = intersect(intersect(from, bounds(src)).shifted(dx, dy), bounds(dst));
     if (area.empty()) return;
-    visit_depth(src.depth,
-                [&]<Depth kDepth>() { transfer<kDepth>(src, dst, area, dx, dy, how); });
+    visit_depth(src.depth, [&]<Depth kDepth>() { transfer<kDepth>(src, dst, area, dx, dy, how); });
 }
 
 }  // namespace stage

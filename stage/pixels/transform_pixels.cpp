@@ -76,12 +76,13 @@ class Sampler {
         // truncation is a floor.
         const int column = static_cast<int>(x + 0.5) - 1, row = static_cast<int>(y + 0.5) - 1;
         const double fx = x - 0.5 - column, fy = y - 0.5 - row;
-        if (column >= 0 && row >= 0 && column + 1 < src_.width && row + 1 < src_.height) {
+        if (column >= 0 && row >= 0 && column < src_.width && row < src_.height) {
             const Pixel *upper = src_.row<const Pixel>(row) + column;
-            const Pixel *lower = src_.row<const Pixel>(row + 1) + column;
-            if (fx == 0 && fy == 0) return lay(upper[0], out);
-            if (opaque_replaces_ && all_opaque(upper, lower) && no_zero_weight(fx, fy)) {
-                return interpolate_opaque(upper, lower, fx, fy, out);
+            if (fx == 0 && fy == 0) return lay(*upper, out);
+            if (opaque_replaces_ && column + 1 < src_.width && row + 1 < src_.height &&
+                no_zero_weight(fx, fy)) {
+                const Pixel *lower = src_.row<const Pixel>(row + 1) + column;
+                if (all_opaque(upper, lower)) return interpolate_opaque(upper, lower, fx, fy, out);
             }
         }
         interpolate(column, row, fx, fy, out);

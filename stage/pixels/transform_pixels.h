@@ -16,8 +16,8 @@ std::optional<PF_FloatMatrix> destination_to_source(const PF_FloatMatrix &matrix
                                                     bool source_to_destination);
 
 /// Lays `src` over the part of `dst` inside `area`, each destination pixel taking its colour from
-/// the source point that `matrix` (destination to source) gives for its centre. Pixel corners are at
-/// integers, so the centre of the first pixel is (0.5, 0.5) in both worlds.
+/// the source point that `matrix` (destination to source) gives for its centre. Pixel corners are
+/// at integers, so the centre of the first pixel is (0.5, 0.5) in both worlds.
 ///
 /// kBilinear weighs the four nearest pixels, transparent ones outside the source, so edges are
 /// antialiased; with straight colour the weights include alpha. kNearest takes the pixel that the

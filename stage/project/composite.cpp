@@ -49,8 +49,7 @@ Picture draw_layers(const Project &project, const Item &comp, int below, bool ne
         Picture picture = item_picture(project, source->id, frame);
         const double scale = layer.scale / 100;
         const Placement placement{layer.position_x, layer.position_y,
-                                  scale * relative_aspect(*source, comp), scale,
-                                  opacity_of(layer)};
+                                  scale * relative_aspect(*source, comp), scale, opacity_of(layer)};
         if (empty && replaces_empty(picture, placement, comp)) {
             target = std::move(picture);
         } else {

@@ -7,13 +7,13 @@
 
 namespace stage {
 
-/// The comp-sized picture of all visible layers beneath layer `below_layer_index` of `comp` (0-based
-/// from the top; -1 for all layers) at `frame` (0-based), straight alpha, transparent black where
-/// nothing is.
+/// The comp-sized picture of all visible layers beneath layer `below_layer_index` of `comp`
+/// (0-based from the top; -1 for all layers) at `frame` (0-based), straight alpha, transparent
+/// black where nothing is.
 ///
-/// Drawn from the bottom up: footage, solids and nested comps with their video on, at their position
-/// and scale (bilinear between pixel centres, transparent outside; different pixel aspects are
-/// evened out) with their opacity. Adjustment layers, null layers and text layers add nothing.
+/// Drawn from the bottom up: footage, solids and nested comps with their video on, at their
+/// position and scale (bilinear between pixel centres, transparent outside; different pixel aspects
+/// are evened out) with their opacity. Adjustment layers, null layers and text layers add nothing.
 /// Effects of other layers are not applied. Guide layers are shown in their own comp but not where
 /// that comp is nested in another one.
 ///

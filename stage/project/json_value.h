@@ -15,8 +15,7 @@ namespace stage {
 /// ProjectError "PATH: what is wrong" (or just what is wrong at the top).
 class JsonValue {
   public:
-    JsonValue(const nlohmann::json &json, std::string path)
-        : json_(json), path_(std::move(path)) {}
+    JsonValue(const nlohmann::json &json, std::string path) : json_(json), path_(std::move(path)) {}
 
     /// Member of an object, which must be there.
     JsonValue operator[](const char *name) const;

@@ -55,8 +55,8 @@ std::array<float, 4> sample(const Picture &picture, double u, double v) {
         const int dy = corner >> 1;
         const int x = static_cast<int>(left) + dx;
         const int y = static_cast<int>(top) + dy;
-        const double weight = (dx != 0 ? fraction_x : 1 - fraction_x) *
-                              (dy != 0 ? fraction_y : 1 - fraction_y);
+        const double weight =
+            (dx != 0 ? fraction_x : 1 - fraction_x) * (dy != 0 ? fraction_y : 1 - fraction_y);
         if (weight <= 0 || x < 0 || y < 0 || x >= picture.width || y >= picture.height) continue;
         const float *pixel = picture.at(x, y);
         const double alpha = weight * static_cast<double>(unit(pixel[0]));
@@ -87,8 +87,7 @@ void draw_resampled(Picture &target, const Picture &picture, const Placement &pl
     const Span ys =
         touched(placement.center_y, std::abs(picture.height * placement.scale_y), target.height);
     for (int y = ys.first; y < ys.last; ++y) {
-        const double v =
-            (y + 0.5 - placement.center_y) / placement.scale_y + picture.height / 2.0;
+        const double v = (y + 0.5 - placement.center_y) / placement.scale_y + picture.height / 2.0;
         if (!(v > -1 && v < picture.height + 1.0)) continue;
         for (int x = xs.first; x < xs.last; ++x) {
             const double u =

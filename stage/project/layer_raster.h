@@ -6,8 +6,8 @@
 namespace stage {
 
 /// Where a layer's picture lands: layer point (u, v) goes to comp point
-/// (center_x + (u - width / 2) * scale_x, center_y + (v - height / 2) * scale_y); pixel (x, y) covers
-/// x..x+1. Opacity is 0..1.
+/// (center_x + (u - width / 2) * scale_x, center_y + (v - height / 2) * scale_y); pixel (x, y)
+/// covers x..x+1. Opacity is 0..1.
 struct Placement {
     double center_x = 0, center_y = 0;
     double scale_x = 1, scale_y = 1;

@@ -61,7 +61,8 @@ Item &Project::new_item(ItemKind kind, const std::string &name, int width, int h
     item->width = width;
     item->height = height;
     items_.push_back(std::move(item));
-    ++structure_version_;
+    ++item_version_;
+    if (kind == ItemKind::kComp) ++comp_version_;
     return *items_.back();
 }
 
@@ -104,7 +105,7 @@ LayerId Project::insert_layer(Item &comp, Layer layer, int index) {
     layer.position_y = comp.height / 2.0;
     const LayerId id = layer.id;
     comp.layers.insert(comp.layers.begin() + place(index, comp.layers.size()), std::move(layer));
-    ++structure_version_;
+    ++layer_version_;
     return id;
 }
 
@@ -139,7 +140,7 @@ void Project::remove_layer(LayerId layer) {
     const Place at = find_layer(items_, layer);
     require(at.comp != nullptr, "there is no layer " + std::to_string(layer));
     at.comp->layers.erase(at.comp->layers.begin() + static_cast<std::ptrdiff_t>(at.index));
-    ++structure_version_;
+    ++layer_version_;
 }
 
 void Project::reorder_layer(LayerId layer, int index) {
@@ -208,7 +209,9 @@ void Project::restore(const ProjectData &data) {
     items_ = std::move(items);
     active_comp = data.active_comp;
     next_id_ = std::max(next_id_, data.next_id);
-    ++structure_version_;
+    ++layer_version_;
+    ++item_version_;
+    ++comp_version_;
 }
 
 bool comp_contains(const Project &project, ItemId comp, ItemId item) {

@@ -80,11 +80,11 @@ using FrameReader = std::function<Picture(std::int64_t frame)>;
 struct Item {
     ItemId id = 0;
     ItemKind kind = ItemKind::kFootage;
-    std::string name;           ///< UTF-8
-    int width = 0, height = 0;  ///< pixels, 1..kMaxPictureSide
-    int par_num = 1, par_den = 1;       ///< pixel aspect ratio, both above 0
-    std::int64_t frames = 1;            ///< duration in frames of the comp's time step
-    int rate_num = 25, rate_den = 1;    ///< frames per second, both above 0
+    std::string name;                 ///< UTF-8
+    int width = 0, height = 0;        ///< pixels, 1..kMaxPictureSide
+    int par_num = 1, par_den = 1;     ///< pixel aspect ratio, both above 0
+    std::int64_t frames = 1;          ///< duration in frames of the comp's time step
+    int rate_num = 25, rate_den = 1;  ///< frames per second, both above 0
     // comp
     std::vector<Layer> layers;  ///< [0] is the top
     // solid
@@ -137,14 +137,20 @@ class Project {
     const std::vector<std::unique_ptr<Item>> &items() const { return items_; }
 
     ItemId active_comp = 0;
-    /// Counts every change to the number of layers and items: references handed out before are
-    /// stale. A change of order alone leaves them valid.
-    std::uint64_t structure_version() const { return structure_version_; }
+    /// Counts of changes to the number of layers, items and comps: a reference to such a thing is
+    /// stale once its count has moved on. A change of order alone leaves references valid.
+    std::uint64_t layer_version() const { return layer_version_; }
+    std::uint64_t item_version() const { return item_version_; }
+    std::uint64_t comp_version() const { return comp_version_; }
+    /// Goes up whenever one of the three does.
+    std::uint64_t structure_version() const {
+        return layer_version_ + item_version_ + comp_version_;
+    }
 
     /// A copy of everything.
     ProjectData data() const;
-    /// Replaces everything. Ids that this project gave out stay used up, and the structure version
-    /// goes up. The data must be consistent, as that of data() or of a loaded file is.
+    /// Replaces everything. Ids that this project gave out stay used up, and all references go
+    /// stale. The data must be consistent, as that of data() or of a loaded file is.
     void restore(const ProjectData &data);
 
   private:
@@ -154,7 +160,9 @@ class Project {
 
     std::vector<std::unique_ptr<Item>> items_;
     int next_id_ = 1;
-    std::uint64_t structure_version_ = 1;
+    std::uint64_t layer_version_ = 1;
+    std::uint64_t item_version_ = 1;
+    std::uint64_t comp_version_ = 1;
 };
 
 /// True when `comp` shows `item`, directly or by way of nested comps, or is it.

@@ -16,8 +16,8 @@ inline constexpr int kProjectVersion = 1;
 
 /// Footage that a project refers to: exactly one of `path` and `chart` is set.
 struct FootageRequest {
-    std::string path;           ///< UTF-8; a file or a printf pattern, absolute or as the caller set it
-    std::string chart;          ///< name of a built-in chart
+    std::string path;   ///< UTF-8; a file or a printf pattern, absolute or as the caller set it
+    std::string chart;  ///< name of a built-in chart
     int width = 0, height = 0;  ///< size when saved; the size in which a chart is wanted
 };
 
@@ -28,8 +28,8 @@ struct OpenedFootage {
     FrameReader reader;
 };
 
-/// Opens footage while a project is loaded, so that the project itself knows no picture formats. May
-/// throw any std::exception; its text becomes part of the load error.
+/// Opens footage while a project is loaded, so that the project itself knows no picture formats.
+/// May throw any std::exception; its text becomes part of the load error.
 using FootageOpener = std::function<OpenedFootage(const FootageRequest &)>;
 
 /// The file's text. Footage whose path lies beneath the absolute folder `base` is written relative
@@ -38,8 +38,8 @@ using FootageOpener = std::function<OpenedFootage(const FootageRequest &)>;
 std::string project_to_text(const Project &project, const std::filesystem::path &base);
 
 /// The reverse: replaces the contents of `project` only when all is well. `what` names the text in
-/// errors; they read "WHAT: items[2].layers[0].scale: expected a number". An empty `open` leaves the
-/// footage closed. Throws ProjectError.
+/// errors; they read "WHAT: items[2].layers[0].scale: expected a number". An empty `open` leaves
+/// the footage closed. Throws ProjectError.
 void project_from_text(Project &project, const std::string &text, const std::string &what,
                        const std::filesystem::path &base, const FootageOpener &open);
 

@@ -169,8 +169,7 @@ A_Err get_layer_object_type(AEGP_LayerH layer, AEGP_ObjectType *result) {
     return run_call(call, [&]() -> A_Err {
         const Layer *found = layer_of(call, layer);
         if (found == nullptr || result == nullptr) return A_Err_PARAMETER;
-        *result =
-            found->kind == LayerKind::kText ? AEGP_ObjectType_TEXT : AEGP_ObjectType_AV;
+        *result = found->kind == LayerKind::kText ? AEGP_ObjectType_TEXT : AEGP_ObjectType_AV;
         return A_Err_NONE;
     });
 }

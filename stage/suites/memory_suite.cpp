@@ -15,9 +15,9 @@ A_Err new_mem_handle(AEGP_PluginID plugin_id, const A_char *what, AEGP_MemSize s
         note_plugin_id(call, plugin_id);
         if (result == nullptr) return A_Err_PARAMETER;
         if (call.traced()) call.arguments(std::to_string(size));
-        *result = call.host().mem_handles.allocate(size, (flags & AEGP_MemFlag_CLEAR) != 0,
-                                                   what == nullptr ? "memory" : what,
-                                                   call.command());
+        *result =
+            call.host().mem_handles.allocate(size, (flags & AEGP_MemFlag_CLEAR) != 0,
+                                             what == nullptr ? "memory" : what, call.command());
         return *result == nullptr ? A_Err_ALLOC : A_Err_NONE;
     });
 }

@@ -41,8 +41,7 @@ A_Err get_new_effect_for_effect(AEGP_PluginID plugin_id, PF_ProgPtr effect_ref,
         *result = nullptr;
         const EffectInstance *instance = instance_of(call, effect_ref);
         if (instance == nullptr) return A_Err_PARAMETER;
-        *result =
-            call.host().refs.new_effect({instance->layer, instance->effect}, call.command());
+        *result = call.host().refs.new_effect({instance->layer, instance->effect}, call.command());
         return A_Err_NONE;
     });
 }

@@ -12,9 +12,9 @@ int resolve(HostCall &call, Handle handle, const char *what) {
     const FoundRef found = host.refs.find(host.project, handle);
     if (found.state == RefState::kGood || handle == nullptr) return found.id;
     if (found.state == RefState::kStale) {
-        host.strict.report(std::string("stale.") + what, call.command(),
-                           std::string(what) + " reference used after layers or items were added "
-                                               "or removed");
+        host.strict.report(
+            std::string("stale.") + what, call.command(),
+            std::string(what) + " reference used after the number of " + what + "s changed");
     } else {
         host.strict.report("ref.unknown", call.command(),
                            std::string("this is no ") + what + " reference of the host's");

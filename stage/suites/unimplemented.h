@@ -12,8 +12,8 @@
 namespace stage {
 
 /// Turns into a function for any slot. `Slot::name()` is "<struct>.<function>" and shows up in the
-/// trace. The function reports "suite.unimplemented" and returns PF_Err_BAD_CALLBACK_PARAM (516), or
-/// a null value where the slot returns no code.
+/// trace. The function reports "suite.unimplemented" and returns PF_Err_BAD_CALLBACK_PARAM (516),
+/// or a null value where the slot returns no code.
 template <class Slot>
 struct Unimplemented {
     template <class R, class... A>
@@ -35,14 +35,12 @@ struct Unimplemented {
 template <class Suite>
 Suite with_all_slots(Suite suite) {
 #define KS_SUITE(type, slots)
-#define KS_SLOT(type, function, slot)                                                     \
-    if constexpr (std::is_same_v<Suite, type>) {                                          \
-        struct Slot {                                                                     \
-            static const char *name() {                                                   \
-                return #type "." #function;                                               \
-            }                                                                             \
-        };                                                                                \
-        if (suite.function == nullptr) suite.function = Unimplemented<Slot>{};            \
+#define KS_SLOT(type, function, slot)                                          \
+    if constexpr (std::is_same_v<Suite, type>) {                               \
+        struct Slot {                                                          \
+            static const char *name() { return #type "." #function; }          \
+        };                                                                     \
+        if (suite.function == nullptr) suite.function = Unimplemented<Slot>{}; \
     }
 #include "hostapi/tables/slots.inc"
 #undef KS_SLOT

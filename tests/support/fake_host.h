@@ -34,7 +34,8 @@ class Calls {
     std::map<std::string, PF_Err> fails;  ///< by logged text: each such call fails
     int fail_at = 0;                      ///< the n-th fallible call (from 1) fails, 0 for none
     PF_Err fail_code = 77;
-    int fallible = 0;  ///< fallible calls so far
+    int fallible = 0;    ///< fallible calls so far
+    std::string failed;  ///< the call that fail_at hit
 
     void note(const std::string &what) { log.push_back(what); }
     void blame(const std::string &what) { misuse.push_back(what); }
@@ -43,7 +44,10 @@ class Calls {
     PF_Err step(const std::string &what) {
         note(what);
         ++fallible;
-        if (fallible == fail_at) return fail_code;
+        if (fallible == fail_at) {
+            failed = what;
+            return fail_code;
+        }
         const auto fault = fails.find(what);
         return fault == fails.end() ? 0 : fault->second;
     }
@@ -132,9 +136,7 @@ class FakeHost {
         std::memcpy(block->data, contents, size);
         return reinterpret_cast<PF_Handle>(block);
     }
-    std::vector<char> &bytes(PF_Handle handle) {
-        return calls.block_of(handle, "look")->bytes;
-    }
+    std::vector<char> &bytes(PF_Handle handle) { return calls.block_of(handle, "look")->bytes; }
     /// What the host does between two commands: the data that came out goes in again.
     void next_command() {
         in.sequence_data = out.sequence_data;

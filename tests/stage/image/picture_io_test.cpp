@@ -93,8 +93,8 @@ TEST_F(PictureIo, grey_png_files_read_as_equal_colours) {
     const unsigned char bytes[] = {
         0x89, 'P',  'N',  'G',  '\r', '\n', 0x1A, '\n', 0,    0,    0,    13,   'I',  'H',  'D',
         'R',  0,    0,    0,    2,    0,    0,    0,    1,    8,    0,    0,    0,    0,    0xD1,
-        0x49, 0xDA, 0xA9, 0,    0,    0,    14,   'I',  'D',  'A',  'T',  0x78, 0x01, 0x01, 0x03,
-        0x00, 0xFC, 0xFF, 0x00, 0x33, 0xCC, 0x01, 0x33, 0x01, 0x00, 0,    0,    0,    0,    0,
+        0x49, 0x20, 0x56, 0,    0,    0,    14,   'I',  'D',  'A',  'T',  0x78, 0x01, 0x01, 0x03,
+        0x00, 0xFC, 0xFF, 0x00, 0x33, 0xCC, 0x01, 0x35, 0x01, 0x00, 0xF2, 0x4A, 0x6A, 0xB7, 0,
         0,    0,    0,    'I',  'E',  'N',  'D',  0xAE, 0x42, 0x60, 0x82};
     write_bytes(file("grey.png"),
                 std::string_view(reinterpret_cast<const char *>(bytes), sizeof bytes));
