@@ -20,11 +20,13 @@ inline constexpr float kHighCurveStep = 0.03125f;
 using PowFunction = double (*)(double base, double exponent);
 
 /// Writes low[i] = pow(i * step, 1 / gamma) for i = 1..511 and behind it high[k] =
-/// pow(1 + (k + 1) * 0.03125, 1 / gamma) for k = 0..255. `tables` has kCurveEntries entries; entry
-/// 0 is left alone (a new record sets it to 0 and nothing ever changes it). Any gamma is survived:
-/// 0, NaN and infinities give whatever `power` answers. [host thread]
+/// pow(1 + (k + 1) * 0.03125, 1 / gamma) for k = 0..255; base and exponent are rounded to single
+/// precision, the exponent thus being the inverse gamma that a conversion record carries. `tables`
+/// has kCurveEntries entries; entry 0 is left alone (a new record sets it to 0 and nothing ever
+/// changes it). Any gamma is survived: 0, NaN and infinities give whatever `power` answers.
+/// [host thread]
 inline void build_gamma_tables(float *tables, double gamma, PowFunction power) {
-    const double exponent = 1.0 / gamma;
+    const double exponent = static_cast<double>(static_cast<float>(1.0 / gamma));
     for (int i = 1; i < kLowCurveEntries; ++i) {
         const float x = static_cast<float>(i) * kLowCurveStep;
         tables[i] = static_cast<float>(power(static_cast<double>(x), exponent));

@@ -13,7 +13,9 @@ struct Rgb {
     float blue = 0.0f;
 };
 
-inline Rgb grey_of(float value) { return {value, value, value}; }
+inline Rgb grey_of(float value) {
+    return {value, value, value};
+}
 
 // Fills a picture with the colour that `f` gives for each pixel, f(x, y).
 template <typename F>

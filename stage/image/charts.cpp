@@ -32,17 +32,20 @@ Picture draw_bars(int width, int height, float level) {
     return paint(width, height, [&](int x, int) { return bar_at(x, width, level); });
 }
 
-Picture draw_bars75(int width, int height) { return draw_bars(width, height, 0.75f); }
-Picture draw_bars100(int width, int height) { return draw_bars(width, height, 1.0f); }
+Picture draw_bars75(int width, int height) {
+    return draw_bars(width, height, 0.75f);
+}
+Picture draw_bars100(int width, int height) {
+    return draw_bars(width, height, 1.0f);
+}
 
 Picture draw_ramp(int width, int height) {
     return paint(width, height, [&](int x, int) { return grey_of(ramp_at(x, width)); });
 }
 
 Picture draw_ramps(int width, int height) {
-    return paint(width, height, [&](int x, int y) {
-        return channel_ramp_at(part_of(y, height, 4), x, width);
-    });
+    return paint(width, height,
+                 [&](int x, int y) { return channel_ramp_at(part_of(y, height, 4), x, width); });
 }
 
 Picture draw_grey_steps(int width, int height) {
@@ -129,13 +132,16 @@ Rgb zone_plate_at(double x, double y, double half_side) {
     return grey_of(static_cast<float>(0.5 + 0.5 * std::cos(phase)));
 }
 
-std::span<const Chart> charts() { return kCharts; }
+std::span<const Chart> charts() {
+    return kCharts;
+}
 
 Picture draw_chart(std::string_view name, int width, int height) {
     const auto chart = std::ranges::find(kCharts, name, &Chart::name);
     if (chart != kCharts.end()) return chart->draw(width, height);
     std::string names;
-    for (const Chart &known : kCharts) names += (names.empty() ? "" : ", ") + std::string(known.name);
+    for (const Chart &known : kCharts)
+        names += (names.empty() ? "" : ", ") + std::string(known.name);
     throw PictureError("there is no chart \"" + std::string(name) + "\": choose one of " + names);
 }
 

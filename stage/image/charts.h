@@ -8,8 +8,8 @@
 
 namespace stage {
 
-// A chart fills a picture of any size, alpha 1 and square pixels, with values as the host shows them
-// (no transfer function is applied).
+// A chart fills a picture of any size, alpha 1 and square pixels, with values as the host shows
+// them (no transfer function is applied).
 struct Chart {
     std::string_view name;
     std::string_view description;  // one line

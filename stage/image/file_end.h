@@ -1,5 +1,5 @@
-// Whether a PNG or JPEG file is all there. JPEG decoders paint what is missing grey and report success,
-// and a frame that is still being copied must not pass for a picture.
+// Whether a PNG or JPEG file is all there. JPEG decoders paint what is missing grey and report
+// success, and a frame that is still being copied must not pass for a picture.
 #pragma once
 
 #include <string_view>
@@ -10,8 +10,8 @@ namespace stage {
 // knows.
 bool may_be_cut_off(std::string_view start);
 
-// True when the whole file `bytes` is a PNG or JPEG file that ends before the format's own end mark.
-// Bytes after the mark are not looked at.
+// True when the whole file `bytes` is a PNG or JPEG file that ends before the format's own end
+// mark. Bytes after the mark are not looked at.
 bool cut_off(std::string_view bytes);
 
 }  // namespace stage

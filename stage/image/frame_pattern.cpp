@@ -61,7 +61,9 @@ std::string FramePattern::name_of(int number) const {
     return before_ + digits + after_;
 }
 
-std::filesystem::path FramePattern::file(int number) const { return folder_ / name_of(number); }
+std::filesystem::path FramePattern::file(int number) const {
+    return folder_ / name_of(number);
+}
 
 std::optional<int> FramePattern::number_in(const std::string &name) const {
     if (name.size() <= before_.size() + after_.size()) return std::nullopt;

@@ -10,9 +10,9 @@ namespace stage {
 // A file name with one frame number in it. Only the last component of a path is looked at.
 class FramePattern {
   public:
-    // Reads %d or %0Nd (N from 1 to 9), as printf writes a number; "%%" stands for "%". Nothing when
-    // the name holds no number: it is then an ordinary file. Throws PictureError when it holds two,
-    // or a "%" of any other kind beside the number.
+    // Reads %d or %0Nd (N from 1 to 9), as printf writes a number; "%%" stands for "%". Nothing
+    // when the name holds no number: it is then an ordinary file. Throws PictureError when it holds
+    // two, or a "%" of any other kind beside the number.
     static std::optional<FramePattern> parse(const std::filesystem::path &path);
 
     // The file of frame `number`, which must not be negative.

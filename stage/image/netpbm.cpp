@@ -14,8 +14,7 @@ namespace {
 
 constexpr std::array<PictureFormat, 2> kFormats = {{
     {"pam", "pam", AlphaStorage::Straight, SampleType::U8, SampleType::U16, SampleType::U16},
-    {"pfm", "pfm", AlphaStorage::Straight, SampleType::Float, SampleType::Float,
-     SampleType::Float},
+    {"pfm", "pfm", AlphaStorage::Straight, SampleType::Float, SampleType::Float, SampleType::Float},
 }};
 
 // Where the samples of a pixel go to in alpha, red, green, blue, by the number of channels.
@@ -129,17 +128,17 @@ struct PamHeader {
 
 PamHeader read_pam_header(Header &header) {
     PamHeader values;
-    const std::array<std::pair<std::string_view, int *>, 4> fields = {
-        {{"WIDTH", &values.width},
-         {"HEIGHT", &values.height},
-         {"DEPTH", &values.depth},
-         {"MAXVAL", &values.maxval}}};
+    const std::array<std::pair<std::string_view, int *>, 4> fields = {{{"WIDTH", &values.width},
+                                                                       {"HEIGHT", &values.height},
+                                                                       {"DEPTH", &values.depth},
+                                                                       {"MAXVAL", &values.maxval}}};
     for (std::string_view line = header.line(); line != "ENDHDR"; line = header.line()) {
         const std::size_t blank = line.find(' ');
         const auto field =
             std::ranges::find(fields, line.substr(0, blank), [](auto &f) { return f.first; });
         if (field == fields.end()) continue;  // TUPLTYPE, comments
-        if (blank == std::string_view::npos) throw PictureError("the header has a field without value");
+        if (blank == std::string_view::npos)
+            throw PictureError("the header has a field without value");
         *field->second = number_of<int>(line.substr(blank + 1));
     }
     if (values.depth < 1 || values.depth > 4 || values.maxval < 1 || values.maxval > 65535) {
@@ -179,7 +178,9 @@ bool opaque(const Picture &picture) {
 
 }  // namespace
 
-std::span<const PictureFormat> formats() { return kFormats; }
+std::span<const PictureFormat> formats() {
+    return kFormats;
+}
 
 Picture decode(std::string_view bytes) {
     if (bytes.starts_with("P7\n")) return decode_pam(Header(bytes));

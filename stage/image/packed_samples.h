@@ -42,12 +42,12 @@ inline void limit_to_rgbe(std::vector<float> &samples) {
 // alpha that the file does not have, which reads as 1.
 using ChannelOrder = std::array<int, 4>;
 
-// Fills the part of `picture` from `left`, `top` on with rows of packed samples that start at `from`,
-// `width` x `height` pixels of `channels` samples. What lies outside the picture is left out. Integer codes are divided
-// by the largest value of their type.
+// Fills the part of `picture` from `left`, `top` on with rows of packed samples that start at
+// `from`, `width` x `height` pixels of `channels` samples. What lies outside the picture is left
+// out. Integer codes are divided by the largest value of their type.
 template <typename Sample>
-void unpack_samples(const Sample *from, int channels, const ChannelOrder &order,
-                    int left, int top, int width, int height, Picture &picture) {
+void unpack_samples(const Sample *from, int channels, const ChannelOrder &order, int left, int top,
+                    int width, int height, Picture &picture) {
     for (int y = top; y < top + height; ++y) {
         for (int x = left; x < left + width; ++x, from += channels) {
             if (x < 0 || y < 0 || x >= picture.width || y >= picture.height) continue;

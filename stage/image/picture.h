@@ -27,9 +27,9 @@ class PictureError : public std::runtime_error {
 };
 
 // Pixels from the top row down, each four floats in the order alpha, red, green, blue, without
-// padding: sample c of pixel (x, y) is argb[(y * width + x) * 4 + c]. Alpha is straight. 1.0 is full
-// scale of the integer sample types; values of float files are kept as they are, out of range and
-// not finite ones included. No colour management takes place anywhere.
+// padding: sample c of pixel (x, y) is argb[(y * width + x) * 4 + c]. Alpha is straight. 1.0 is
+// full scale of the integer sample types; values of float files are kept as they are, out of range
+// and not finite ones included. No colour management takes place anywhere.
 struct Picture {
     int width = 0;
     int height = 0;
@@ -57,9 +57,9 @@ Picture make_picture(int width, int height, SampleType native);
 // Throws PictureError unless the sides are 1..kMaxPictureSide and `argb` has width*height*4 floats.
 void check_picture(const Picture &picture);
 
-// Writes the picture into rows of host pixels, 4, 8 or 16 bytes each in the order alpha, red, green,
-// blue. Row y starts at `base` + y * `rowbytes`; bytes beyond the pixels of a row are left alone.
-// `base` and `rowbytes` must be aligned to the sample. Integer codes are the nearest ones to
+// Writes the picture into rows of host pixels, 4, 8 or 16 bytes each in the order alpha, red,
+// green, blue. Row y starts at `base` + y * `rowbytes`; bytes beyond the pixels of a row are left
+// alone. `base` and `rowbytes` must be aligned to the sample. Integer codes are the nearest ones to
 // value * full scale (halves upwards), clamped to 0..full scale; NaN gives 0. Floats are copied.
 void to_rows8(const Picture &picture, void *base, std::ptrdiff_t rowbytes);
 void to_rows16(const Picture &picture, void *base, std::ptrdiff_t rowbytes);

@@ -10,13 +10,15 @@
 
 namespace stage {
 
-// What becomes of alpha: dropped, stored beside straight colour, or stored with premultiplied colour.
+// What becomes of alpha: dropped, stored beside straight colour, or stored with premultiplied
+// colour.
 enum class AlphaStorage { None, Straight, Premultiplied };
 
 // One format of files. `stored8`, `stored16` and `stored_float` are the sample types in which it
 // stores a picture of each depth: its widest integers for a depth that it cannot hold.
 struct PictureFormat {
-    std::string_view extension;  // lower case, without the dot; the first row of a name is preferred
+    std::string_view
+        extension;  // lower case, without the dot; the first row of a name is preferred
     std::string_view library_name;  // how the picture library calls it
     AlphaStorage alpha;
     SampleType stored8;

@@ -186,7 +186,9 @@ std::unique_ptr<PictureSource> open_pictures(const fs::path &path) {
     return std::make_unique<StillSource>(read_still(path));
 }
 
-Picture read_picture(const fs::path &path, int frame) { return open_pictures(path)->read(frame); }
+Picture read_picture(const fs::path &path, int frame) {
+    return open_pictures(path)->read(frame);
+}
 
 void write_picture(const fs::path &path, const Picture &picture, Depth depth) {
     const std::string bytes = naming(path, [&] {

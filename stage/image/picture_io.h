@@ -1,8 +1,9 @@
 // Reading and writing of pictures: stills, numbered sequences and video files.
 //
-// Natively OpenImageIO reads and writes (PNG, JPEG, TIFF, DPX, OpenEXR and more) and libav reads video
-// files; in the Windows build stb reads and writes PNG, JPEG and Radiance HDR. PFM and PAM work alike in both
-// builds and lose nothing: PFM holds floats ("PF", or "PF4" with alpha), PAM integer codes with alpha.
+// Natively OpenImageIO reads and writes (PNG, JPEG, TIFF, DPX, OpenEXR and more) and libav reads
+// video files; in the Windows build stb reads and writes PNG, JPEG and Radiance HDR. PFM and PAM
+// work alike in both builds and lose nothing: PFM holds floats ("PF", or "PF4" with alpha), PAM
+// integer codes with alpha.
 //
 // Every function throws PictureError "FILE: reason" and may be called from any thread; one
 // PictureSource is used by one thread at a time.
@@ -32,8 +33,8 @@ class PictureSource {
     // True for a single picture, which is the same at every frame.
     virtual bool still() const = 0;
 
-    // Frames are numbered from first_frame() to first_frame() + frame_count() - 1: a sequence as its
-    // file names say (a gap counts; reading it fails), video and stills from 0.
+    // Frames are numbered from first_frame() to first_frame() + frame_count() - 1: a sequence as
+    // its file names say (a gap counts; reading it fails), video and stills from 0.
     virtual int first_frame() const = 0;
     virtual int frame_count() const = 0;
 
@@ -48,9 +49,9 @@ class PictureSource {
 // Opens a file, or a sequence by a pattern such as "shot.%04d.exr".
 std::unique_ptr<PictureSource> open_pictures(const std::filesystem::path &path);
 
-// One picture of what open_pictures() opens. Grey files give equal colours; without alpha in the file
-// it is 1; premultiplied files (OpenEXR, associated TIFF) are unpremultiplied. Of an OpenEXR file the
-// display window is read, transparent black where there is no data.
+// One picture of what open_pictures() opens. Grey files give equal colours; without alpha in the
+// file it is 1; premultiplied files (OpenEXR, associated TIFF) are unpremultiplied. Of an OpenEXR
+// file the display window is read, transparent black where there is no data.
 Picture read_picture(const std::filesystem::path &path, int frame = 0);
 
 // Writes one file, whole or not at all; the extension chooses the format. The samples are those of
@@ -61,9 +62,9 @@ Picture read_picture(const std::filesystem::path &path, int frame = 0);
 //   16     16   16     16   8    float  float  16   float
 //   float  16   float  16   8    float  float  16   float
 //
-// Integers are the nearest codes, clamped to 0..full scale. The full scale of 16-bit files is 65535,
-// except of PAM files of pictures in the host's 16-bit codes, where it is 32768 so that the codes
-// stay the same. JPEG and HDR drop alpha; OpenEXR stores premultiplied colour.
+// Integers are the nearest codes, clamped to 0..full scale. The full scale of 16-bit files is
+// 65535, except of PAM files of pictures in the host's 16-bit codes, where it is 32768 so that the
+// codes stay the same. JPEG and HDR drop alpha; OpenEXR stores premultiplied colour.
 void write_picture(const std::filesystem::path &path, const Picture &picture, Depth depth);
 
 // The extensions that write_picture() takes in this build, "png, tif, ... and pam".

@@ -59,8 +59,11 @@ ChannelOrder channel_order(const OIIO::ImageSpec &spec) {
     return {alpha, grey, grey, grey};
 }
 
-// DPX says nothing of alpha, and its reader hands out the file's colours; they are straight by custom.
-bool always_straight(std::string_view format) { return format == "dpx"; }
+// DPX says nothing of alpha, and its reader hands out the file's colours; they are straight by
+// custom.
+bool always_straight(std::string_view format) {
+    return format == "dpx";
+}
 
 template <typename Sample>
 void read_samples(OIIO::ImageInput &input, OIIO::TypeDesc type, Picture &picture) {
@@ -73,8 +76,8 @@ void read_samples(OIIO::ImageInput &input, OIIO::TypeDesc type, Picture &picture
     // The TIFF reader notes a strip that is cut off and reports success all the same.
     const bool read = input.read_image(0, 0, 0, channels, type, samples.data());
     if (!read || input.has_error()) fail("cannot be read", input.geterror());
-    unpack_samples(samples.data(), channels, order, spec.x - spec.full_x, spec.y - spec.full_y, spec.width,
-                   spec.height, picture);
+    unpack_samples(samples.data(), channels, order, spec.x - spec.full_x, spec.y - spec.full_y,
+                   spec.width, spec.height, picture);
 }
 
 Picture read_first_part(OIIO::ImageInput &input) {
@@ -155,9 +158,13 @@ bool write_stored(OIIO::ImageOutput &output, const Picture &picture, SampleType 
 
 }  // namespace
 
-std::span<const PictureFormat> formats() { return kFormats; }
+std::span<const PictureFormat> formats() {
+    return kFormats;
+}
 
-Picture read(const std::filesystem::path &path) { return read_first_part(*open_file(path)); }
+Picture read(const std::filesystem::path &path) {
+    return read_first_part(*open_file(path));
+}
 
 std::string encode(const Picture &picture, const PictureFormat &format, SampleType stored) {
     const std::string name(format.library_name);

@@ -50,8 +50,8 @@ Picture decode(const std::string &bytes, SampleType native,
         &stbi_image_free);
     if (!samples) throw PictureError(std::string("cannot be read: ") + stbi_failure_reason());
     Picture picture = make_picture(width, height, native);
-    unpack_samples(samples.get(), channels,
-                   kOrders[static_cast<std::size_t>(channels)], 0, 0, width, height, picture);
+    unpack_samples(samples.get(), channels, kOrders[static_cast<std::size_t>(channels)], 0, 0,
+                   width, height, picture);
     return picture;
 }
 
@@ -66,12 +66,11 @@ std::string encode8(const Picture &picture, const PictureFormat &format) {
     const int channels = png ? 4 : 3;
     const auto samples = packed_samples<std::uint8_t>(picture, channels);
     if (samples.size() > INT_MAX) throw PictureError("the picture is too large for the format");
-    const int done = png ? stbi_write_png_to_func(append_bytes, &bytes, picture.width,
-                                                  picture.height, channels, samples.data(),
-                                                  picture.width * channels)
-                         : stbi_write_jpg_to_func(append_bytes, &bytes, picture.width,
-                                                  picture.height, channels, samples.data(),
-                                                  kJpegQuality);
+    const int done =
+        png ? stbi_write_png_to_func(append_bytes, &bytes, picture.width, picture.height, channels,
+                                     samples.data(), picture.width * channels)
+            : stbi_write_jpg_to_func(append_bytes, &bytes, picture.width, picture.height, channels,
+                                     samples.data(), kJpegQuality);
     if (done == 0) throw PictureError("the picture cannot be encoded");
     return bytes;
 }
@@ -89,7 +88,9 @@ std::string encode_hdr(const Picture &picture) {
 
 }  // namespace
 
-std::span<const PictureFormat> formats() { return kFormats; }
+std::span<const PictureFormat> formats() {
+    return kFormats;
+}
 
 Picture read(const std::filesystem::path &path) {
     const std::string bytes = read_bytes(path);
@@ -104,7 +105,9 @@ Picture read(const std::filesystem::path &path) {
     return decode<stbi_uc>(bytes, SampleType::U8, stbi_load_from_memory);
 }
 
-std::unique_ptr<PictureSource> open_video(const std::filesystem::path &) { return nullptr; }
+std::unique_ptr<PictureSource> open_video(const std::filesystem::path &) {
+    return nullptr;
+}
 
 std::string encode(const Picture &picture, const PictureFormat &format, SampleType stored) {
     switch (stored) {

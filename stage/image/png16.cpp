@@ -30,7 +30,8 @@ constexpr std::array<std::uint32_t, 256> crc_table() {
 std::uint32_t crc_of(std::string_view bytes) {
     static constexpr auto kTable = crc_table();
     std::uint32_t crc = 0xFFFFFFFFu;
-    for (const char byte : bytes) crc = kTable[(crc ^ static_cast<std::uint8_t>(byte)) & 0xFF] ^ crc >> 8;
+    for (const char byte : bytes)
+        crc = kTable[(crc ^ static_cast<std::uint8_t>(byte)) & 0xFF] ^ crc >> 8;
     return ~crc;
 }
 
@@ -70,7 +71,8 @@ std::string filtered_rows(const Picture &picture) {
 }
 
 std::string compressed(std::string bytes) {
-    if (bytes.size() > INT_MAX) throw PictureError("the picture is too large for a 16-bit PNG file");
+    if (bytes.size() > INT_MAX)
+        throw PictureError("the picture is too large for a 16-bit PNG file");
     int length = 0;
     const std::unique_ptr<unsigned char, decltype(&std::free)> data(
         stbi_zlib_compress(reinterpret_cast<unsigned char *>(bytes.data()),
@@ -86,7 +88,8 @@ std::string encode_png16(const Picture &picture) {
     std::string header;
     append_u32(header, static_cast<std::uint32_t>(picture.width));
     append_u32(header, static_cast<std::uint32_t>(picture.height));
-    // 16 bits per channel, red-green-blue-alpha, the only compression and filter methods, no interlace.
+    // 16 bits per channel, red-green-blue-alpha, the only compression and filter methods, no
+    // interlace.
     header += std::string_view("\x10\x06\0\0\0", 5);
     std::string out = "\x89PNG\r\n\x1A\n";
     append_chunk(out, "IHDR", header);

@@ -7,12 +7,12 @@
 namespace stage {
 
 // A file being written beside the one that it will replace. Write to temporary(), close it, then
-// commit(). Without a commit the temporary file is removed and an older file at the final place stays
-// as it was.
+// commit(). Without a commit the temporary file is removed and an older file at the final place
+// stays as it was.
 class ReplacementFile {
   public:
-    // Chooses an unused name in the folder of `final_path`, with the same extension, and creates the
-    // empty file. Throws PictureError "FINAL: reason" when that is not possible.
+    // Chooses an unused name in the folder of `final_path`, with the same extension, and creates
+    // the empty file. Throws PictureError "FINAL: reason" when that is not possible.
     explicit ReplacementFile(std::filesystem::path final_path);
     ~ReplacementFile();
     ReplacementFile(const ReplacementFile &) = delete;

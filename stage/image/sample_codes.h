@@ -5,8 +5,8 @@
 
 namespace stage {
 
-// The code nearest to value * full_scale, halves upwards, clamped to 0..full_scale; NaN gives 0. The
-// product is taken in double, where it is exact, so that no rounding comes before the rounding.
+// The code nearest to value * full_scale, halves upwards, clamped to 0..full_scale; NaN gives 0.
+// The product is taken in double, where it is exact, so that no rounding comes before the rounding.
 inline int code_of(float value, int full_scale) {
     const double scaled = static_cast<double>(value) * full_scale;
     if (!(scaled > 0.0)) return 0;

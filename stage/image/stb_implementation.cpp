@@ -1,5 +1,5 @@
-// The one translation unit that compiles stb. Files are read and written by our own code, which takes
-// file names in Unicode and replaces files as a whole.
+// The one translation unit that compiles stb. Files are read and written by our own code, which
+// takes file names in Unicode and replaces files as a whole.
 #define STBI_ONLY_PNG
 #define STBI_ONLY_JPEG
 #define STBI_ONLY_HDR

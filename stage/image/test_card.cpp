@@ -29,7 +29,9 @@ Rgb hue_colour(float hue) {
     return {channel(0.0f), channel(4.0f), channel(2.0f)};
 }
 
-Rgb bars75_band(const Card &card, const Place &place) { return bar_at(place.x, card.width, 0.75f); }
+Rgb bars75_band(const Card &card, const Place &place) {
+    return bar_at(place.x, card.width, 0.75f);
+}
 
 // The other way round, so that every colour lies under another one.
 Rgb bars100_band(const Card &card, const Place &place) {
@@ -40,7 +42,9 @@ Rgb ramps_band(const Card &card, const Place &place) {
     return channel_ramp_at(part_of(place.y, place.height, 4), place.x, card.width);
 }
 
-Rgb steps_band(const Card &card, const Place &place) { return grey_step_at(place.x, card.width); }
+Rgb steps_band(const Card &card, const Place &place) {
+    return grey_step_at(place.x, card.width);
+}
 
 Rgb skin_band(const Card &card, const Place &place) {
     return skin_tone(part_of(place.x, card.width, kSkinTones));
@@ -90,7 +94,8 @@ Rgb band_colour(const Card &card, int x, int y) {
 }
 
 Rgb mixed(const Rgb &below, const Rgb &above, float coverage) {
-    return {std::lerp(below.red, above.red, coverage), std::lerp(below.green, above.green, coverage),
+    return {std::lerp(below.red, above.red, coverage),
+            std::lerp(below.green, above.green, coverage),
             std::lerp(below.blue, above.blue, coverage)};
 }
 

@@ -1,6 +1,7 @@
 #include "stage/image/video_index.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace stage {
 namespace {
@@ -13,16 +14,21 @@ void sort_unique(std::vector<std::int64_t> &times) {
 }  // namespace
 
 VideoIndex::VideoIndex(AVFormatContext &file, int stream) {
+    std::vector<std::int64_t> decoding_times;
     const libav::Owner<AVPacket> packet(av_packet_alloc());
     while (av_read_frame(&file, packet.get()) >= 0) {
-        const std::int64_t time = packet->pts != AV_NOPTS_VALUE ? packet->pts : packet->dts;
         const bool shown = (packet->flags & AV_PKT_FLAG_DISCARD) == 0;
-        if (packet->stream_index == stream && packet->size > 0 && shown &&
-            time != AV_NOPTS_VALUE) {
-            times_.push_back(time);
-            if ((packet->flags & AV_PKT_FLAG_KEY) != 0) keys_.push_back(time);
+        if (packet->stream_index == stream && packet->size > 0 && shown) {
+            timed_ = timed_ && packet->pts != AV_NOPTS_VALUE;
+            times_.push_back(packet->pts);
+            decoding_times.push_back(packet->dts);
+            if ((packet->flags & AV_PKT_FLAG_KEY) != 0) keys_.push_back(packet->pts);
         }
         av_packet_unref(packet.get());
+    }
+    if (!timed_) {
+        times_ = std::move(decoding_times);
+        keys_.clear();
     }
     sort_unique(times_);
     sort_unique(keys_);

@@ -12,9 +12,9 @@
 namespace stage::backend {
 namespace {
 
-constexpr std::array<std::string_view, 15> kExtensions = {
-    "3g2", "3gp", "avi", "m2ts", "m4v", "mkv", "mov", "mp4", "mpeg", "mpg", "mts", "mxf", "ogv", "ts",
-    "webm"};
+constexpr std::array<std::string_view, 15> kExtensions = {"3g2", "3gp", "avi", "m2ts", "m4v",
+                                                          "mkv", "mov", "mp4", "mpeg", "mpg",
+                                                          "mts", "mxf", "ogv", "ts",   "webm"};
 
 [[noreturn]] void fail(const std::string &what, int code) {
     std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
@@ -96,7 +96,8 @@ class VideoSource final : public PictureSource {
             fail_frame(frame);
         }
         Picture picture = converter_.convert(*frame_);
-        const AVRational aspect = av_guess_sample_aspect_ratio(file_.get(), open_.stream, frame_.get());
+        const AVRational aspect =
+            av_guess_sample_aspect_ratio(file_.get(), open_.stream, frame_.get());
         if (aspect.num > 0 && aspect.den > 0) picture.pixel_aspect = av_q2d(aspect);
         return picture;
     }
@@ -111,7 +112,7 @@ class VideoSource final : public PictureSource {
         if (current_ == frame) return;
         const bool onward = current_ && *current_ < frame &&
                             (frame == *current_ + 1 || !index_.key_frame_between(*current_, frame));
-        if (!onward) seek(index_.time(frame));
+        if (!onward) seek(index_.timed() ? index_.time(frame) : index_.time(0));
         if (decode_up_to(frame)) return;
         // Some containers find a later key frame than asked for: then the way leads from the start.
         seek(index_.time(0));
@@ -120,8 +121,10 @@ class VideoSource final : public PictureSource {
 
     void seek(std::int64_t time) {
         current_.reset();
+        decoded_ = 0;
         draining_ = false;
-        const int code = av_seek_frame(file_.get(), open_.stream->index, time, AVSEEK_FLAG_BACKWARD);
+        const int code =
+            av_seek_frame(file_.get(), open_.stream->index, time, AVSEEK_FLAG_BACKWARD);
         if (code < 0) fail("the file cannot be positioned", code);
         avcodec_flush_buffers(open_.decoder.get());
     }
@@ -129,10 +132,10 @@ class VideoSource final : public PictureSource {
     // Decodes until `frame` is there; false when it was passed over or the stream ends.
     bool decode_up_to(int frame) {
         while (next_decoded()) {
-            const std::int64_t time = frame_->best_effort_timestamp;
-            current_ = index_.frame_at(time);
+            current_ = index_.timed() ? index_.frame_at(frame_->best_effort_timestamp) : decoded_;
+            ++decoded_;
             if (current_ == frame) return true;
-            if (time == AV_NOPTS_VALUE || time > index_.time(frame)) break;
+            if (index_.timed() && frame_->best_effort_timestamp > index_.time(frame)) break;
         }
         current_.reset();
         return false;
@@ -143,24 +146,27 @@ class VideoSource final : public PictureSource {
         for (;;) {
             const int code = avcodec_receive_frame(open_.decoder.get(), frame_.get());
             if (code >= 0) return true;
-            if (code == AVERROR_EOF) return false;
+            const bool damaged = code == AVERROR_INVALIDDATA && index_.timed();
+            if (code != AVERROR(EAGAIN) && !damaged) return false;
             if (code == AVERROR(EAGAIN) && !feed()) return false;
         }
     }
 
-    // Sends one packet, or the end of the stream. A damaged packet is passed over: the frame that it
-    // holds will be missed when it is asked for.
+    // Sends one packet, or the end of the stream; false when there is nothing more to send. A
+    // damaged packet is passed over, and its frame missed when it is asked for; where frames are
+    // counted, the count ends there.
     bool feed() {
         if (draining_) return false;
         if (av_read_frame(file_.get(), packet_.get()) < 0) {
             draining_ = true;
             return avcodec_send_packet(open_.decoder.get(), nullptr) >= 0;
         }
+        int code = 0;
         if (packet_->stream_index == open_.stream->index) {
-            avcodec_send_packet(open_.decoder.get(), packet_.get());
+            code = avcodec_send_packet(open_.decoder.get(), packet_.get());
         }
         av_packet_unref(packet_.get());
-        return true;
+        return code >= 0 || index_.timed();
     }
 
     libav::Owner<AVFormatContext> file_;
@@ -170,6 +176,7 @@ class VideoSource final : public PictureSource {
     VideoIndex index_;
     VideoFrameConverter converter_;
     std::optional<int> current_;  // the frame in frame_
+    int decoded_ = 0;             // frames decoded since the last seek
     bool draining_ = true;        // the index has read to the end; the first read starts by seeking
 };
 

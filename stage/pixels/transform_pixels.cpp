@@ -1,5 +1,6 @@
 #include "stage/pixels/transform_pixels.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace stage {
@@ -108,12 +109,24 @@ class Sampler {
         return Traits::kInteger || (fx != 0 && fy != 0);
     }
 
+    // to_channel for a weighted mean of codes, which is neither negative nor NaN: half the
+    // branches.
+    static typename Traits::Channel from_mean(double mean) {
+        using Channel = typename Traits::Channel;
+        if constexpr (Traits::kInteger) {
+            return static_cast<Channel>(
+                std::min(static_cast<int>(mean + 0.5), static_cast<int>(Traits::kWhite)));
+        } else {
+            return static_cast<Channel>(mean);
+        }
+    }
+
     // Four opaque pixels that replace the destination: the common case, without alpha arithmetic.
     static void interpolate_opaque(const Pixel *upper, const Pixel *lower, double fx, double fy,
                                    Pixel &out) {
         const double w11 = fx * fy, w10 = fx - w11, w01 = fy - w11, w00 = 1 - fx - w01;
         const auto mix = [&](double a, double b, double c, double d) {
-            return to_channel<kDepth>(a * w00 + b * w10 + c * w01 + d * w11);
+            return from_mean(a * w00 + b * w10 + c * w01 + d * w11);
         };
         out.red = mix(upper[0].red, upper[1].red, lower[0].red, lower[1].red);
         out.green = mix(upper[0].green, upper[1].green, lower[0].green, lower[1].green);

@@ -34,8 +34,9 @@ class Calls {
     std::map<std::string, PF_Err> fails;  ///< by logged text: each such call fails
     int fail_at = 0;                      ///< the n-th fallible call (from 1) fails, 0 for none
     PF_Err fail_code = 77;
-    int fallible = 0;    ///< fallible calls so far
-    std::string failed;  ///< the call that fail_at hit
+    int fallible = 0;           ///< fallible calls so far
+    std::string failed;         ///< the call that fail_at hit
+    std::size_t failed_at = 0;  ///< and its place in the log
 
     void note(const std::string &what) { log.push_back(what); }
     void blame(const std::string &what) { misuse.push_back(what); }
@@ -46,6 +47,7 @@ class Calls {
         ++fallible;
         if (fallible == fail_at) {
             failed = what;
+            failed_at = log.size() - 1;
             return fail_code;
         }
         const auto fault = fails.find(what);

@@ -54,14 +54,8 @@ TEST(Charts, default_size_is_full_hd) {
 }
 
 TEST(Charts, bars_run_from_white_to_black_at_their_level) {
-    constexpr std::array<std::array<float, 3>, 8> kBars = {{{1, 1, 1},
-                                                            {1, 1, 0},
-                                                            {0, 1, 1},
-                                                            {0, 1, 0},
-                                                            {1, 0, 1},
-                                                            {1, 0, 0},
-                                                            {0, 0, 1},
-                                                            {0, 0, 0}}};
+    constexpr std::array<std::array<float, 3>, 8> kBars = {
+        {{1, 1, 1}, {1, 1, 0}, {0, 1, 1}, {0, 1, 0}, {1, 0, 1}, {1, 0, 0}, {0, 0, 1}, {0, 0, 0}}};
     const std::array<std::pair<const char *, float>, 2> levels = {
         {{"bars75", 0.75f}, {"bars100", 1.0f}}};
     for (const auto &[name, level] : levels) {
@@ -128,17 +122,17 @@ TEST(Charts, zone_plate_is_white_in_the_middle_and_mirrored) {
 
 TEST(Charts, test_card_holds_its_bands) {
     const Picture card = draw_chart("test-card", 960, 540);
-    expect_rgb(card, 10, 100, 0.75f, 0.75f, 0.75f);   // 75 % bars
+    expect_rgb(card, 10, 100, 0.75f, 0.75f, 0.75f);  // 75 % bars
     expect_rgb(card, 130, 100, 0.75f, 0.75f, 0.0f);
-    expect_rgb(card, 130, 210, 0.0f, 0.0f, 1.0f);     // 100 % bars the other way round
-    expect_rgb(card, 959, 230, 1.0f, 0.0f, 0.0f);     // red ramp
-    expect_rgb(card, 959, 340, 1.0f, 1.0f, 1.0f);     // last grey step
+    expect_rgb(card, 130, 210, 0.0f, 0.0f, 1.0f);  // 100 % bars the other way round
+    expect_rgb(card, 959, 230, 1.0f, 0.0f, 0.0f);  // red ramp
+    expect_rgb(card, 959, 340, 1.0f, 1.0f, 1.0f);  // last grey step
     expect_rgb(card, 1, 400, 247.0f / 255.0f, 226.0f / 255.0f, 209.0f / 255.0f);
-    expect_rgb(card, 0, 460, 0.9f, 0.9f, 0.9f);       // finest grating
+    expect_rgb(card, 0, 460, 0.9f, 0.9f, 0.9f);  // finest grating
     expect_rgb(card, 1, 460, 0.1f, 0.1f, 0.1f);
-    expect_rgb(card, 640, 500, 1.0f, 0.0f, 0.0f);     // hues from red to red
+    expect_rgb(card, 640, 500, 1.0f, 0.0f, 0.0f);  // hues from red to red
     expect_rgb(card, 959, 500, 1.0f, 0.0f, 0.0f);
-    const float *circle = card.at(480, 21);           // top of the circle
+    const float *circle = card.at(480, 21);  // top of the circle
     EXPECT_GT(circle[2], 0.6f);
 }
 

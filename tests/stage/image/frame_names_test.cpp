@@ -17,8 +17,8 @@ TEST(FrameRange, reads_one_frame_or_a_span) {
 }
 
 TEST(FrameRange, refuses_everything_else) {
-    for (const char *text : {"", "-", "a", "1-", "-1", "1--2", "1-2-3", " 1", "1 ", "+1", "1.5", "0x1",
-                             "2147483648", "1-99999999999999999999"}) {
+    for (const char *text : {"", "-", "a", "1-", "-1", "1--2", "1-2-3", " 1", "1 ", "+1", "1.5",
+                             "0x1", "2147483648", "1-99999999999999999999"}) {
         EXPECT_EQ(error_of([&] { parse_frame_range(text); }),
                   "\"" + std::string(text) +
                       "\" is not a range of frames: write A-B or A, for example 10-24");
@@ -28,7 +28,8 @@ TEST(FrameRange, refuses_everything_else) {
 }
 
 TEST(FramePattern, a_plain_name_is_no_pattern) {
-    for (const char *name : {"a.exr", "a.0001.exr", "100%.png", "a%%d.png", "dir%d/a.png", "%4d.png"}) {
+    for (const char *name :
+         {"a.exr", "a.0001.exr", "100%.png", "a%%d.png", "dir%d/a.png", "%4d.png"}) {
         EXPECT_FALSE(FramePattern::parse(name)) << name;
         EXPECT_EQ(frame_file(name, 3), fs::path(name));
     }
@@ -53,8 +54,9 @@ TEST(FramePattern, recognises_only_names_that_it_would_write) {
     const auto padded = *FramePattern::parse("f.%04d.exr");
     EXPECT_EQ(padded.number_in("f.0012.exr"), 12);
     EXPECT_EQ(padded.number_in("f.12345.exr"), 12345);
-    for (const char *name : {"f.012.exr", "f.12.exr", "f.00012.exr", "f.-012.exr", "f..exr", "f.exr",
-                             "g.0012.exr", "f.0012.png", "f.0012.exr~", "f.99999999999.exr"}) {
+    for (const char *name :
+         {"f.012.exr", "f.12.exr", "f.00012.exr", "f.-012.exr", "f..exr", "f.exr", "g.0012.exr",
+          "f.0012.png", "f.0012.exr~", "f.99999999999.exr"}) {
         EXPECT_FALSE(padded.number_in(name)) << name;
     }
     const auto plain = *FramePattern::parse("f%d.exr");

@@ -89,11 +89,13 @@ TEST_F(NativeFormats, straight_and_associated_tiff_files_are_told_apart) {
     EXPECT_TRUE(same_bits(round_trip("straight.tif", picture, Depth::U8), picture));
     OIIO::ImageSpec spec(1, 1, 4, OIIO::TypeDesc::FLOAT);
     write_foreign("associated.tif", spec, {0.25f, 0.125f, 0.5f, 0.5f});
-    EXPECT_EQ(read_picture(file("associated.tif")).argb, (std::vector<float>{0.5f, 0.5f, 0.25f, 1.0f}));
+    EXPECT_EQ(read_picture(file("associated.tif")).argb,
+              (std::vector<float>{0.5f, 0.5f, 0.25f, 1.0f}));
 }
 
 TEST_F(NativeFormats, half_floats_are_named) {
-    write_foreign("half.exr", OIIO::ImageSpec(1, 1, 3, OIIO::TypeDesc::HALF), {0.5f, -2.0f, 65504.0f});
+    write_foreign("half.exr", OIIO::ImageSpec(1, 1, 3, OIIO::TypeDesc::HALF),
+                  {0.5f, -2.0f, 65504.0f});
     const Picture picture = read_picture(file("half.exr"));
     EXPECT_EQ(picture.native, SampleType::Half);
     EXPECT_EQ(picture.argb, (std::vector<float>{1.0f, 0.5f, -2.0f, 65504.0f}));

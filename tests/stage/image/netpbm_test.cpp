@@ -86,9 +86,7 @@ TEST(Netpbm, damaged_files_are_refused_at_every_length) {
 }
 
 TEST(Netpbm, impossible_headers_are_refused_with_a_reason) {
-    const auto reason = [](const char *bytes) {
-        return error_of([&] { netpbm::decode(bytes); });
-    };
+    const auto reason = [](const char *bytes) { return error_of([&] { netpbm::decode(bytes); }); };
     EXPECT_EQ(reason("P6\n1 1\n255\nabc"), "it is neither a PFM nor a PAM file");
     EXPECT_EQ(reason("PF\nx 1\n-1\n"), "\"x\" in the header is not a number");
     EXPECT_EQ(reason("PF\n0 1\n-1\n"),

@@ -90,7 +90,8 @@ TEST_F(PictureErrors, a_picture_without_pixels) {
 
 TEST_F(PictureErrors, a_folder_that_does_not_exist) {
     for (const char *name : {"a.png", "a.pam", "a.jpg"}) {
-        EXPECT_TRUE(write_reason(file("none") / name, all_codes8()).starts_with("cannot be written: "));
+        EXPECT_TRUE(
+            write_reason(file("none") / name, all_codes8()).starts_with("cannot be written: "));
     }
     EXPECT_EQ(files_in_folder(), 0u);
 }

@@ -74,9 +74,12 @@ TEST_F(PictureIo, pfm_keeps_every_bit_at_every_depth) {
 
 TEST_F(PictureIo, floats_in_integer_files_are_clamped_and_rounded_to_16_bits) {
     Picture picture = make_picture(2, 1, SampleType::Float);
-    picture.argb = {1.0f, -3.0f, 0.5f, std::numeric_limits<float>::infinity(),
-                    0.25f, std::numeric_limits<float>::quiet_NaN(), 7.0f, 1e-9f};
-    const std::vector<float> expected = {1, 0, 32768.0f / 65535.0f, 1, 16384.0f / 65535.0f, 0, 1, 0};
+    picture.argb = {1.0f,  -3.0f,
+                    0.5f,  std::numeric_limits<float>::infinity(),
+                    0.25f, std::numeric_limits<float>::quiet_NaN(),
+                    7.0f,  1e-9f};
+    const std::vector<float> expected = {1, 0, 32768.0f / 65535.0f, 1, 16384.0f / 65535.0f, 0,
+                                         1, 0};
     for (const char *name : {"a.png", "a.pam"}) {
         EXPECT_EQ(round_trip(name, picture, Depth::Float).argb, expected) << name;
     }
@@ -120,9 +123,12 @@ TEST_F(PictureIo, jpeg_is_8_bit_opaque_and_close) {
 
 TEST_F(PictureIo, hdr_keeps_values_to_one_part_in_128_and_limits_the_rest) {
     Picture picture = make_picture(3, 1, SampleType::Float);
-    picture.argb = {1,    1000.0f, 900.0f, 800.0f,
-                    1,    std::numeric_limits<float>::quiet_NaN(), -5.0f, 0.5f,
-                    0.5f, std::numeric_limits<float>::infinity(), 0.0f, 0.0f};
+    picture.argb = {1,      1000.0f,
+                    900.0f, 800.0f,
+                    1,      std::numeric_limits<float>::quiet_NaN(),
+                    -5.0f,  0.5f,
+                    0.5f,   std::numeric_limits<float>::infinity(),
+                    0.0f,   0.0f};
     const Picture back = round_trip("a.hdr", picture, Depth::Float);
     EXPECT_EQ(back.native, SampleType::Float);
     EXPECT_NEAR(back.argb[1], 1000.0f, 8.0f);
@@ -141,7 +147,8 @@ TEST_F(PictureIo, a_still_is_the_same_at_every_frame) {
     EXPECT_EQ(source->first_frame(), 0);
     EXPECT_EQ(source->frame_count(), 1);
     EXPECT_FALSE(source->frame_rate());
-    for (const int frame : {0, 5, 100000}) EXPECT_TRUE(same_bits(source->read(frame), all_codes8()));
+    for (const int frame : {0, 5, 100000})
+        EXPECT_TRUE(same_bits(source->read(frame), all_codes8()));
 }
 
 TEST_F(PictureIo, a_sequence_is_numbered_by_its_file_names) {

@@ -60,9 +60,24 @@ TEST(Rows, codes_are_rounded_to_the_nearest_halves_upwards) {
 
 TEST(Rows, integer_depths_survive_everything_a_float_can_be) {
     Picture picture = make_picture(2, 2, SampleType::Float);
-    picture.argb = {kNan, kInf, -kInf, 1e38f, -1e38f, -0.0f, 1e-45f, 2.0f,
-                    -1.0f, 1.0f, 0.0f, kNan, std::numeric_limits<float>::max(), 0.25f, -kNan, 1.0001f};
-    const std::vector<std::uint8_t> expected = {0, 255, 0, 255, 0, 0, 0, 255, 0, 255, 0, 0, 255, 64, 0, 255};
+    picture.argb = {kNan,
+                    kInf,
+                    -kInf,
+                    1e38f,
+                    -1e38f,
+                    -0.0f,
+                    1e-45f,
+                    2.0f,
+                    -1.0f,
+                    1.0f,
+                    0.0f,
+                    kNan,
+                    std::numeric_limits<float>::max(),
+                    0.25f,
+                    -kNan,
+                    1.0001f};
+    const std::vector<std::uint8_t> expected = {0, 255, 0, 255, 0,   0,  0, 255,
+                                                0, 255, 0, 0,   255, 64, 0, 255};
     std::vector<std::uint8_t> rows8(16);
     to_rows8(picture, rows8.data(), 8);
     EXPECT_EQ(rows8, expected);

@@ -24,8 +24,8 @@ class RealPictures : public ScratchTest {
         to_rows16(picture, rows.data(), picture.width * 8);
         for (const std::uint16_t code : rows) ASSERT_LE(code, 32768);
         for (const Depth depth : {Depth::U8, Depth::U16, Depth::Float}) {
-            for (const char *name : {"a.png", "a.tif", "a.dpx", "a.jpg", "a.exr", "a.hdr", "a.pam",
-                                     "a.pfm"}) {
+            for (const char *name :
+                 {"a.png", "a.tif", "a.dpx", "a.jpg", "a.exr", "a.hdr", "a.pam", "a.pfm"}) {
                 EXPECT_NO_THROW(write_picture(file(name), picture, depth)) << name;
             }
         }

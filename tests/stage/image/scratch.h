@@ -20,8 +20,8 @@ namespace fs = std::filesystem;
 class ScratchTest : public ::testing::Test {
   protected:
     ScratchTest() {
-        folder_ = fs::temp_directory_path() /
-                  ("stage-image-" + std::to_string(std::random_device{}()));
+        folder_ =
+            fs::temp_directory_path() / ("stage-image-" + std::to_string(std::random_device{}()));
         fs::create_directories(folder_);
     }
     ~ScratchTest() override {

@@ -4,6 +4,7 @@
 #include <array>
 #include <string>
 
+#include "stage/image/coded_video.h"
 #include "stage/image/picture_io.h"
 #include "stage/image/scratch.h"
 
@@ -20,7 +21,9 @@ std::string u32(std::uint32_t value) {
     return bytes;
 }
 
-std::string u16(std::uint32_t value) { return u32(value).substr(0, 2); }
+std::string u16(std::uint32_t value) {
+    return u32(value).substr(0, 2);
+}
 
 std::string chunk(const std::string &type, const std::string &data) {
     return type + u32(static_cast<std::uint32_t>(data.size())) + data;
@@ -50,12 +53,12 @@ std::string frame_bytes(int frame) {
 // A whole file at 30000/1001 frames per second.
 std::string avi_bytes() {
     const std::uint32_t size = kWidth * kHeight * 3;
-    const std::string main_header = u32(33367) + u32(size * 30) + u32(0) + u32(0x10) + u32(kFrames) +
-                                    u32(0) + u32(1) + u32(size) + u32(kWidth) + u32(kHeight) +
-                                    std::string(16, '\0');
+    const std::string main_header = u32(33367) + u32(size * 30) + u32(0) + u32(0x10) +
+                                    u32(kFrames) + u32(0) + u32(1) + u32(size) + u32(kWidth) +
+                                    u32(kHeight) + std::string(16, '\0');
     const std::string stream_header = "vids" + u32(0) + u32(0) + u32(0) + u32(0) + u32(1001) +
-                                      u32(30000) + u32(0) + u32(kFrames) + u32(size) + u32(0) + u32(0) +
-                                      u16(0) + u16(0) + u16(kWidth) + u16(kHeight);
+                                      u32(30000) + u32(0) + u32(kFrames) + u32(size) + u32(0) +
+                                      u32(0) + u16(0) + u16(0) + u16(kWidth) + u16(kHeight);
     const std::string format = u32(40) + u32(kWidth) + u32(kHeight) + u16(1) + u16(24) + u32(0) +
                                u32(size) + std::string(16, '\0');
     std::string movie;
@@ -133,6 +136,67 @@ TEST_F(Video, a_file_that_is_no_video_is_refused) {
         EXPECT_TRUE(message.starts_with(file(name).string() + ": cannot be read")) << message;
         EXPECT_EQ(message.find('\n'), std::string::npos) << message;
     }
+}
+
+TEST_F(Video, a_file_that_is_cut_off_never_repeats_a_frame) {
+    const std::string whole = avi_bytes();
+    for (const std::size_t part : {2u, 4u, 7u}) {
+        write_bytes(file("cut.avi"), whole.substr(0, whole.size() * part / 8));
+        const auto source = open_pictures(file("cut.avi"));
+        EXPECT_LT(source->frame_count(), kFrames);
+        EXPECT_GT(source->frame_count(), kFrames * static_cast<int>(part - 1) / 8);
+        for (int frame = 0; frame + 1 < source->frame_count(); ++frame) {
+            expect_frame(source->read(frame), frame);
+        }
+        // The last one may be there in part, and is then an error.
+        const int last = source->frame_count() - 1;
+        try {
+            expect_frame(source->read(last), last);
+        } catch (const PictureError &error) {
+            EXPECT_EQ(error.what(), file("cut.avi").string() + ": cannot be read: frame " +
+                                        std::to_string(last) + " is damaged");
+        }
+    }
+}
+
+int luma_of(int frame) {
+    return 20 + frame * 4;
+}
+
+// Narrow range luma to full range, with room for the loss of the codec: half the step between
+// frames.
+void expect_luma(const Picture &picture, int frame) {
+    const double expected = (luma_of(frame) - 16) / 219.0;
+    for (int c = 1; c < 4; ++c) {
+        EXPECT_NEAR(picture.at(32, 24)[c], expected, 2.0 / 219) << "frame " << frame;
+    }
+}
+
+class CodedVideoFiles : public ScratchTest, public ::testing::WithParamInterface<const char *> {};
+
+TEST_P(CodedVideoFiles, frames_between_key_frames_are_exact_in_any_order) {
+    const fs::path path = file(GetParam());
+    write_coded_video(path, {}, luma_of);
+    const auto source = open_pictures(path);
+    ASSERT_EQ(source->frame_count(), 50);
+    EXPECT_EQ(source->frame_rate()->per_second(), 25.0);
+    for (int frame = 0; frame < 50; ++frame) expect_luma(source->read(frame), frame);
+    for (const int frame : {49, 0, 30, 31, 33, 33, 5, 11, 12, 13, 48, 1}) {
+        expect_luma(source->read(frame), frame);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Containers, CodedVideoFiles,
+                         ::testing::Values("a.mp4", "a.mov", "a.mkv", "a.avi"),
+                         [](const auto &row) { return std::string(row.param).substr(2); });
+
+TEST_F(Video, frames_are_counted_from_the_first_one_whatever_its_time) {
+    CodedVideo video;
+    video.first_time = 10;
+    write_coded_video(file("late.mkv"), video, luma_of);
+    const auto source = open_pictures(file("late.mkv"));
+    ASSERT_EQ(source->frame_count(), 50);
+    for (const int frame : {0, 49, 7}) expect_luma(source->read(frame), frame);
 }
 
 }  // namespace

@@ -45,8 +45,8 @@ TEST_F(UtilityCallbacks, ansi_functions_compute_what_their_slots_say) {
 TEST_F(UtilityCallbacks, sprintf_and_strcpy_write_their_text) {
     for_both(utils, suite<PF_ANSICallbacksSuite1>(kPFANSISuite, 1), [](const auto &ansi) {
         char text[256] = {};
-        EXPECT_EQ(ansi.sprintf(text, "%s %d.%d %.2f", "v", 2, 3, 0.125), 9);
-        EXPECT_STREQ(text, "v 2.3 0.12");
+        EXPECT_EQ(ansi.sprintf(text, "%s %d.%d %.2f", "v", 2, 3, 0.25), 10);
+        EXPECT_STREQ(text, "v 2.3 0.25");
         EXPECT_EQ(ansi.strcpy(text, "abc"), text);
         EXPECT_STREQ(text, "abc");
     });
@@ -80,7 +80,7 @@ TEST_F(UtilityCallbacks, fill_converts_the_colour_and_null_is_transparent_black)
     EXPECT_EQ(utils->fill(nullptr, &grey, nullptr, &deep), 0);
     EXPECT_EQ(utils->fill(nullptr, &grey, nullptr, &single), 0);
     EXPECT_EQ(at<PF_Pixel16>(deep, 1, 1).red, 3855);
-    EXPECT_FLOAT_EQ(at<PF_PixelFloat>(single, 1, 1).red, 0.117647f);
+    EXPECT_EQ(at<PF_PixelFloat>(single, 1, 1).red, 30 / 255.0f);
     const PF_LRect one{0, 0, 1, 1};
     EXPECT_EQ(utils->fill(nullptr, nullptr, &one, &deep), 0);
     EXPECT_EQ(at<PF_Pixel16>(deep, 0, 0).alpha, 0);
