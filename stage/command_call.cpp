@@ -33,7 +33,7 @@ std::string describe(const CommandContext &context) {
 }
 
 /// Copies the message out and shows it as the host does.
-std::string take_message(Host &host, const PF_OutData &out) {
+std::string take_message(Host &host, PF_Cmd cmd, const PF_OutData &out) {
     const auto *end =
         static_cast<const char *>(std::memchr(out.return_msg, 0, sizeof out.return_msg));
     if (end == nullptr) {
@@ -44,9 +44,55 @@ std::string take_message(Host &host, const PF_OutData &out) {
     std::string message(out.return_msg, length);
     if (!message.empty()) {
         const bool as_error = (out.out_flags & PF_OutFlag_DISPLAY_ERROR_MESSAGE) != 0;
+        if (!as_error && cmd != PF_Cmd_ABOUT) {
+            // Legal, but seldom meant: a plain dialog, even in the middle of a preview.
+            host.strict.report("message.plain", host.command(),
+                               "a message without the error flag: " + message);
+        }
         host.messages.push_back({message, as_error, host.command()});
     }
     return message;
+}
+
+/// The host locks an instance's sequence data once around each command.
+class SequenceLock {
+  public:
+    SequenceLock(Host &host, PF_Handle handle) : host_(host), handle_(handle) {
+        if (handle == nullptr) return;
+        host.handles.lock(handle, host.command());
+        if (const HandleInfo *info = host.handles.info(handle)) locks_ = info->locks;
+    }
+    /// Compares the count with that at entry and takes the host's lock off. A count below is more
+    /// unlocks than locks, one above a lock that the plug-in forgot.
+    void check() const {
+        if (handle_ == nullptr || !host_.handles.is_live(handle_)) return;
+        int now = host_.handles.info(handle_)->locks;
+        if (now != locks_) {
+            host_.strict.report(now < locks_ ? "handle.unlock_balance" : "handle.left_locked",
+                                host_.command(),
+                                "the sequence data is locked " + std::to_string(now) +
+                                    " times at return, " + std::to_string(locks_) + " at entry");
+        }
+        for (; now < locks_; ++now) host_.handles.lock(handle_, host_.command());
+        for (; now >= locks_; --now) host_.handles.unlock(handle_, host_.command());
+    }
+
+  private:
+    Host &host_;
+    PF_Handle handle_;
+    int locks_ = 0;
+};
+
+/// Check that a handle given up without being disposed of falls under.
+const char *left_record_check(PF_Cmd cmd) {
+    switch (cmd) {
+        case PF_Cmd_SEQUENCE_FLATTEN:
+            return "sequence.unflat_left";
+        case PF_Cmd_SEQUENCE_RESETUP:
+            return "sequence.flat_left";
+        default:
+            return "sequence.lost";
+    }
 }
 
 }  // namespace
@@ -145,7 +191,7 @@ CommandResult CommandCaller::call(PF_Cmd cmd, CommandContext &context,
     host_.active = &active;
     host_.trace.set_command(command_name(cmd));
     host_.trace.record("> " + std::string(command_name(cmd)), describe(context), "");
-    if (in.sequence_data != nullptr) host_.handles.lock(in.sequence_data, host_.command());
+    const SequenceLock lock(host_, in.sequence_data);
 
     const PF_InData before = in;
     const std::vector<PF_ParamDef> params_before = params;
@@ -153,15 +199,16 @@ CommandResult CommandCaller::call(PF_Cmd cmd, CommandContext &context,
         run(cmd, in, out, pointers.empty() ? nullptr : pointers.data(), context.extra);
     result.out_flags = out.out_flags;
 
-    if (before.sequence_data != nullptr && host_.handles.is_live(before.sequence_data)) {
-        host_.handles.unlock(before.sequence_data, host_.command());
-    }
+    lock.check();
     if (result.escaped) {
         host_.strict.report("exception.escaped", host_.command(),
                             "an exception left the plug-in: a real host crashes here");
     }
     check_after(before, in, out, active);
     check_params(params_before, params, cmd);
+    if (pointers != active.params_array) {
+        host_.strict.report("params.write", host_.command(), "an entry of params was replaced");
+    }
     take_handles(cmd, context, in, out);
     check_ledgers(active);
     if (after) after(params);
@@ -170,7 +217,7 @@ CommandResult CommandCaller::call(PF_Cmd cmd, CommandContext &context,
         plugin_.reported = {out.my_version, out.out_flags, out.out_flags2};
         plugin_.global_data = out.global_data;
     }
-    result.message = take_message(host_, out);
+    result.message = take_message(host_, cmd, out);
     host_.trace.record("< " + std::string(command_name(cmd)), "", std::to_string(result.error));
     host_.active = outer;
     host_.trace.set_command(outer_name);
@@ -182,7 +229,9 @@ void CommandCaller::take_handles(PF_Cmd cmd, CommandContext &context, const PF_I
     if (context.instance == nullptr) return;
     PF_Handle &slot = sequence_slot(context);
     const PF_Handle old = slot;
-    const PF_Handle now = out.sequence_data;
+    // In set-down either record may say that the data is gone.
+    const bool given_up = cmd == PF_Cmd_SEQUENCE_SETDOWN && in.sequence_data == nullptr;
+    const PF_Handle now = given_up ? nullptr : out.sequence_data;
     const bool sequence_command = cmd == PF_Cmd_SEQUENCE_SETUP || cmd == PF_Cmd_SEQUENCE_RESETUP ||
                                   cmd == PF_Cmd_SEQUENCE_FLATTEN || cmd == PF_Cmd_SEQUENCE_SETDOWN;
     if (now != old) {
@@ -193,17 +242,17 @@ void CommandCaller::take_handles(PF_Cmd cmd, CommandContext &context, const PF_I
         }
         if (old != nullptr && host_.handles.is_live(old)) {
             // By contract the effect frees what it replaces; what it leaves is lost to a real host.
-            host_.strict.report(
-                cmd == PF_Cmd_SEQUENCE_FLATTEN ? "sequence.unflat_left" : "sequence.flat_left",
-                host_.command(), "the replaced handle was not disposed of");
+            host_.strict.report(left_record_check(cmd), host_.command(),
+                                "the replaced handle was not disposed of");
             host_.handles.dispose(old, host_.command());
         }
         if (now != nullptr) host_.handles.set_host_owned(now, true);
         slot = now;
     }
-    if (cmd == PF_Cmd_SEQUENCE_SETDOWN && in.sequence_data != nullptr) {
-        host_.strict.report("sequence.setdown", host_.command(),
-                            "in_data still names the sequence data");
+    if (slot != nullptr && !host_.handles.is_live(slot)) {
+        host_.strict.report("sequence.dead", host_.command(),
+                            "out_data names sequence data that is no live handle");
+        slot = nullptr;
     }
 }
 

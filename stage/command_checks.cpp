@@ -19,13 +19,43 @@ struct InDataField {
 #define KS_IN_FIELD(field) \
     { #field, offsetof(PF_InData, field), sizeof(PF_InData::field) }
 constexpr InDataField kInDataFields[] = {
-    KS_IN_FIELD(inter),        KS_IN_FIELD(utils),        KS_IN_FIELD(effect_ref),
-    KS_IN_FIELD(quality),      KS_IN_FIELD(version),      KS_IN_FIELD(appl_id),
-    KS_IN_FIELD(num_params),   KS_IN_FIELD(current_time), KS_IN_FIELD(time_step),
-    KS_IN_FIELD(total_time),   KS_IN_FIELD(time_scale),   KS_IN_FIELD(width),
-    KS_IN_FIELD(height),       KS_IN_FIELD(extent_hint),  KS_IN_FIELD(downsample_x),
-    KS_IN_FIELD(downsample_y), KS_IN_FIELD(in_flags),     KS_IN_FIELD(pixel_aspect_ratio),
-    KS_IN_FIELD(global_data),  KS_IN_FIELD(frame_data),   KS_IN_FIELD(pica_basicP),
+    KS_IN_FIELD(inter),
+    KS_IN_FIELD(utils),
+    KS_IN_FIELD(effect_ref),
+    KS_IN_FIELD(quality),
+    KS_IN_FIELD(version),
+    KS_IN_FIELD(serial_num),
+    KS_IN_FIELD(appl_id),
+    KS_IN_FIELD(num_params),
+    KS_IN_FIELD(reserved),
+    KS_IN_FIELD(what_cpu),
+    KS_IN_FIELD(what_fpu),
+    KS_IN_FIELD(current_time),
+    KS_IN_FIELD(time_step),
+    KS_IN_FIELD(total_time),
+    KS_IN_FIELD(local_time_step),
+    KS_IN_FIELD(time_scale),
+    KS_IN_FIELD(field),
+    KS_IN_FIELD(shutter_angle),
+    KS_IN_FIELD(width),
+    KS_IN_FIELD(height),
+    KS_IN_FIELD(extent_hint),
+    KS_IN_FIELD(output_origin_x),
+    KS_IN_FIELD(output_origin_y),
+    KS_IN_FIELD(downsample_x),
+    KS_IN_FIELD(downsample_y),
+    KS_IN_FIELD(pixel_aspect_ratio),
+    KS_IN_FIELD(in_flags),
+    KS_IN_FIELD(global_data),
+    KS_IN_FIELD(frame_data),
+    KS_IN_FIELD(start_sampL),
+    KS_IN_FIELD(dur_sampL),
+    KS_IN_FIELD(total_sampL),
+    KS_IN_FIELD(src_snd),
+    KS_IN_FIELD(pica_basicP),
+    KS_IN_FIELD(pre_effect_source_origin_x),
+    KS_IN_FIELD(pre_effect_source_origin_y),
+    KS_IN_FIELD(shutter_phase),
 };
 #undef KS_IN_FIELD
 
@@ -91,6 +121,9 @@ void CommandCaller::check_ledgers(const ActiveCommand &active) {
     host_.suites.clear_counts();
     for (const std::string &leak : host_.refs.leaks()) strict.report("leak.aegp", command, leak);
     host_.refs.clear_command();
+    for (; host_.undo.open_groups() > 0; host_.undo.end_group()) {
+        strict.report("undo.unbalanced", command, "an undo group was left open");
+    }
     for (const std::string &leak : host_.mem_handles.leaks()) {
         strict.report("leak.mem_handle", command, leak);
     }
@@ -117,6 +150,11 @@ void CommandCaller::check_params(const std::vector<PF_ParamDef> &before,
             host_.strict.report("params.write", host_.command(),
                                 "parameter " + std::to_string(index) +
                                     " is marked as changed in a command that may not");
+        }
+        if (changed && cmd == PF_Cmd_UPDATE_PARAMS_UI) {
+            host_.strict.report("params.refresh_value", host_.command(),
+                                "parameter " + std::to_string(index) +
+                                    " is marked as changed in a refresh of the panel");
         }
         const PF_ParamDef was = fixed_part(before[index], changed);
         const PF_ParamDef is = fixed_part(params[index], changed);

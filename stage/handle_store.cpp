@@ -26,6 +26,7 @@ struct HandleStore::Block {
     Bytes bytes;
     std::size_t total = 0;
     HandleInfo info;
+    bool overrun = false;  // damage to the guard bytes has been reported
 
     PF_Handle handle() { return &data; }
     std::uint8_t *begin() const { return static_cast<std::uint8_t *>(data); }
@@ -175,15 +176,17 @@ void HandleStore::check_guards(const std::string &command) {
     freed_.check(command);
 }
 
-void HandleStore::check_guard(const Block &block, const std::string &command) const {
-    if (!strict_.enabled) return;
+void HandleStore::check_guard(Block &block, const std::string &command) const {
+    if (!strict_.enabled || block.overrun) return;
     const auto intact = [](const std::uint8_t *from, const std::uint8_t *to) {
         return std::all_of(from, to, [](std::uint8_t byte) { return byte == kGuardByte; });
     };
     if (!intact(block.end(), block.bytes.get() + block.total)) {
+        block.overrun = true;
         strict_.report("handle.guard", command, block.label() + " was written past its end");
     }
     if (!intact(block.bytes.get(), block.begin())) {
+        block.overrun = true;
         strict_.report("handle.guard", command, block.label() + " was written before its start");
     }
 }

@@ -66,7 +66,7 @@ class HandleStore {
     struct Block;
     Block *find(PF_Handle handle) const;
     Block *require(PF_Handle handle, const char *what, const std::string &command) const;
-    void check_guard(const Block &block, const std::string &command) const;
+    void check_guard(Block &block, const std::string &command) const;
 
     mutable std::mutex mutex_;
     Strict &strict_;

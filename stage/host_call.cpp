@@ -26,6 +26,7 @@ HostCall::HostCall(const char *name, Fallible fallible, Threads threads)
     if (role == ThreadRole::kWorker) {
         host_.strict.report("thread.worker", host_.command(),
                             std::string(name) + " called from a worker thread");
+        if (fallible != Fallible::kNo) error_ = A_Err_WRONG_THREAD;
     }
     if (threads == Threads::kUiOnly && role == ThreadRole::kRender) {
         host_.strict.report("thread.render", host_.command(),

@@ -28,7 +28,8 @@ enum class Threads {
 ///         return call.result(call.host().handles.allocate(size, call.command()));
 ///     }
 ///
-/// A call from a worker thread is a finding ("thread.worker"). Nothing here throws.
+/// A call from a worker thread is a finding ("thread.worker") and fails if it can. Nothing here
+/// throws.
 class HostCall {
   public:
     explicit HostCall(const char *name, Fallible fallible = Fallible::kCode,

@@ -143,6 +143,10 @@ CommandResult Session::remove(EffectInstance &instance) {
     const CommandResult result = caller.call(PF_Cmd_SEQUENCE_SETDOWN, context);
     if (instance.sequence_data != nullptr) {
         // The plug-in failed to free its record, or left it: the host does.
+        if (result.error == 0) {
+            host.strict.report("sequence.setdown", command_name(PF_Cmd_SEQUENCE_SETDOWN),
+                               "set-down succeeded and left the sequence data");
+        }
         host.handles.dispose(instance.sequence_data, "the host");
     }
     Layer *layer = host.project.layer(instance.layer);

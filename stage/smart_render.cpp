@@ -88,15 +88,37 @@ void check_output_pixels(Host &host, const World &output, bool solid) {
     }
 }
 
-void check_rectangles(Host &host, const PF_PreRenderOutput &output, const PF_LRect &request) {
-    const PF_LRect inside = intersection(output.result_rect, request);
-    const bool same =
-        inside.left == output.result_rect.left && inside.top == output.result_rect.top &&
-        inside.right == output.result_rect.right && inside.bottom == output.result_rect.bottom;
-    if (!is_empty(output.result_rect) && !same) {
-        host.strict.report("rect.result", command_name(PF_Cmd_SMART_PRE_RENDER),
-                           "the result rectangle leaves the request");
+bool contains(const PF_LRect &outer, const PF_LRect &inner) {
+    return inner.left >= outer.left && inner.top >= outer.top && inner.right <= outer.right &&
+           inner.bottom <= outer.bottom;
+}
+
+/// Rules of the two rectangles. A result that leaves the request, without saying that it will, is
+/// cut to it: the host has no use for the rest.
+void check_rectangles(Host &host, PF_PreRenderOutput &output, const PF_LRect &request) {
+    if (is_empty(output.result_rect)) return;
+    const bool extra = (output.flags & PF_RenderOutputFlag_RETURNS_EXTRA_PIXELS) != 0;
+    if (!contains(output.max_result_rect, output.result_rect)) {
+        host.strict.report("rect.max", command_name(PF_Cmd_SMART_PRE_RENDER),
+                           "the result rectangle leaves the largest one");
     }
+    if (extra || contains(request, output.result_rect)) return;
+    host.strict.report("rect.result", command_name(PF_Cmd_SMART_PRE_RENDER),
+                       "the result rectangle leaves the request");
+    output.result_rect = intersection(output.result_rect, request);
+}
+
+/// The plug-in's data for the render is the host's once pre-render is over.
+void free_pre_render_data(Host &host, PF_PreRenderOutput &output) {
+    if (output.pre_render_data == nullptr) return;
+    if (output.delete_pre_render_data_func != nullptr) {
+        output.delete_pre_render_data_func(output.pre_render_data);
+    } else {
+        // A host would call its own free, which on Windows is not the plug-in's.
+        host.strict.report("pre_render.data", command_name(PF_Cmd_SMART_PRE_RENDER),
+                           "pre-render data without a function that deletes it");
+    }
+    output.pre_render_data = nullptr;
 }
 
 short bits_of(Depth depth) {
@@ -156,10 +178,15 @@ class SmartRender {
         frame_.input_is_opaque = is_opaque(input_);
     }
 
+    ~SmartRender() { free_pre_render_data(host_, pre_output_); }
+    SmartRender(const SmartRender &) = delete;
+    SmartRender &operator=(const SmartRender &) = delete;
+
     RenderResult run() {
         for (int pass = settings_.send_pre_render_twice ? 2 : 1; pass > 0; --pass) pre_render();
         if (result_.error != 0) return result_;
         check_rectangles(host_, pre_output_, frame_.request);
+        result_.result_rect = pre_output_.result_rect;
         result_.skipped = is_empty(pre_output_.result_rect);
         if (!result_.skipped) {
             make_worlds();
@@ -181,6 +208,7 @@ class SmartRender {
         input.output_request.channel_mask = kAllChannels;
         input.bitdepth = bits_of(host_.options.depth);
         PF_PreRenderCallbacks callbacks = pre_render_callbacks();
+        free_pre_render_data(host_, pre_output_);
         pre_output_ = PF_PreRenderOutput{};
         PF_PreRenderExtra extra{&input, &pre_output_, &callbacks};
         frame_.layers.clear();

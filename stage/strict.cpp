@@ -7,22 +7,36 @@ namespace {
 
 // What this plug-in does on purpose although a real host would rather not see it.
 constexpr KnownDeparture kDepartures[] = {
-    {"in_data.write", "version",
+    {"in_data.write", "PF_Cmd_GLOBAL_SETUP", "in_data->version was",
      "GLOBAL_SETUP writes the version pair into the input record; the host never reads it back"},
-    {"sequence.unflat_left", "",
+    {"sequence.unflat_left", "PF_Cmd_SEQUENCE_FLATTEN", "",
      "SEQUENCE_FLATTEN leaves the live record to the host: one small handle per save"},
-    {"sequence.flat_left", "",
+    {"sequence.flat_left", "PF_Cmd_SEQUENCE_RESETUP", "",
      "SEQUENCE_RESETUP leaves the flat record to the host: eight bytes per load"},
-    {"checkout.id_zero", "", "the input layer is checked out under id 0"},
-    {"checkout.left_open", "checkout_output failed",
+    {"checkout.id_zero", "PF_Cmd_SMART_PRE_RENDER", "",
+     "the input layer is checked out under id 0"},
+    {"checkout.left_open", "PF_Cmd_SMART_RENDER", "checkout_output failed",
      "the input layer stays checked out when the output cannot be had; the host takes it back"},
-    {"checkin.not_open", "",
+    {"checkin.not_open", "PF_Cmd_SMART_RENDER", "of id 10 ",
      "the original source is checked in whether or not its check-out succeeded"},
-    {"aegp.plugin_id", "", "no plug-in id is registered; id 0 is passed everywhere"},
-    {"solid.alpha", "", "every frame is declared opaque, also where it is passed through"},
-    {"sequence.replaced", "PF_Cmd_USER_CHANGED_PARAM",
+    {"aegp.plugin_id", "", "", "no plug-in id is registered; id 0 is passed everywhere"},
+    {"solid.alpha", "PF_Cmd_SMART_RENDER", "",
+     "every frame is declared opaque, also where it is passed through"},
+    {"sequence.replaced", "PF_Cmd_USER_CHANGED_PARAM", "",
      "RESET replaces the sequence record in a command after which a host may not look for it"},
+    {"params.refresh_value", "PF_Cmd_UPDATE_PARAMS_UI", "",
+     "the first panel refresh sets scope sizes, in a command whose values a host may ignore"},
+    {"params.update_ui_ignored", "PF_Cmd_UPDATE_PARAMS_UI", "valid range",
+     "the first panel refresh widens valid ranges, which a host takes from PARAMS_SETUP alone"},
 };
+
+bool is_known(std::string_view check, std::string_view command, std::string_view text) {
+    return std::ranges::any_of(kDepartures, [&](const KnownDeparture &departure) {
+        const std::string_view wanted = departure.command;
+        return check == departure.check && (wanted.empty() || command == wanted) &&
+               text.find(departure.contains) != std::string_view::npos;
+    });
+}
 
 }  // namespace
 
@@ -32,9 +46,7 @@ std::span<const KnownDeparture> known_departures() {
 
 void Strict::report(std::string_view check, std::string_view command, std::string text) {
     if (!enabled) return;
-    const bool known = std::ranges::any_of(kDepartures, [&](const KnownDeparture &departure) {
-        return check == departure.check && text.find(departure.contains) != std::string::npos;
-    });
+    const bool known = is_known(check, command, text);
     const std::lock_guard lock(mutex_);
     findings_.push_back({std::string(check), std::string(command), std::move(text), known});
 }

@@ -20,6 +20,7 @@ struct Finding {
 /// A departure from host practice that this plug-in makes on purpose.
 struct KnownDeparture {
     const char *check;     ///< identifier of the check
+    const char *command;   ///< command during which it is expected, "" for any
     const char *contains;  ///< text that the finding must contain, "" for any
     const char *reason;    ///< why it stays
 };

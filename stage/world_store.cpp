@@ -232,8 +232,9 @@ void WorldStore::check(const std::string &command) {
 
 void WorldStore::check_world(World &world, const std::string &command) const {
     if (!strict_.enabled) return;
-    const std::string where = damage(world);
+    const std::string where = world.overrun ? "" : damage(world);
     if (!where.empty()) {
+        world.overrun = true;
         strict_.report("world.guard", command,
                        "the world of " + world_label(world) + " was overrun " + where);
     }

@@ -45,6 +45,7 @@ struct World {
     std::size_t origin = 0;      ///< offset of pixel (0, 0) in storage
     std::uint64_t checksum = 0;  ///< of the pixels, when `read_only`
     bool read_only = false;
+    bool overrun = false;  ///< damage to the guard bytes has been reported
 };
 
 /// All live worlds, found again by their data pointer, since a plug-in may copy the record itself.

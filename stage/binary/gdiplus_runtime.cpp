@@ -5,14 +5,17 @@
 #include <mutex>
 
 #include "stage/binary/loaded_library.h"
+#include "stage/binary/uncounted_allocations.h"
 
 namespace stage {
 namespace {
 
 #ifdef _WIN32
 constexpr std::array<const char *, 1> kLibraryNames = {"gdiplus.dll"};
+constexpr bool kShutsDown = true;
 #else
 constexpr std::array<const char *, 2> kLibraryNames = {"libgdiplus.so.0", "libgdiplus.so"};
+constexpr bool kShutsDown = false;  // see the class
 #endif
 
 // Declarations of the flat interface, as its public reference gives them.
@@ -57,7 +60,8 @@ const Library *library(std::string &reason) {
 // The process's one start of GDI+.
 struct Start {
     std::mutex mutex;
-    int users = 0;
+    bool running = false;
+    int users = 0;  // runtimes alive, while running
     std::uintptr_t token = 0;
 };
 
@@ -73,13 +77,15 @@ GdiplusRuntime::GdiplusRuntime() {
     if (!gdiplus) return;
     Start &start = the_start();
     const std::lock_guard lock(start.mutex);
-    if (start.users == 0) {
+    if (!start.running) {
+        const UncountedAllocations fonts;
         const GdiplusStartupInput input = {1, nullptr, 0, 0};
         const int status = gdiplus->startup(&start.token, &input, nullptr);
         if (status != 0) {
             reason_ = "GDI+ does not start: status " + std::to_string(status);
             return;
         }
+        start.running = true;
     }
     ++start.users;
     started_ = true;
@@ -89,8 +95,10 @@ GdiplusRuntime::~GdiplusRuntime() {
     if (!started_) return;
     Start &start = the_start();
     const std::lock_guard lock(start.mutex);
+    if (--start.users > 0 || !kShutsDown) return;
     std::string ignored;
-    if (--start.users == 0) library(ignored)->shutdown(start.token);
+    library(ignored)->shutdown(start.token);
+    start.running = false;
 }
 
 }  // namespace stage

@@ -9,8 +9,10 @@ namespace stage {
 // Windows, libgdiplus natively) or it does not start, nothing is thrown: drawing calls then fail by
 // themselves, and available() and reason() tell the user why. The library stays loaded until the
 // process ends, since effects may hold addresses in it. Must outlive the last call into an effect.
-// Several may live at once, on any threads: the process starts GDI+ with the first and shuts it
-// down with the last, since not every implementation counts its starts.
+// Several may live at once, on any threads: the process starts GDI+ with the first, since not every
+// implementation counts its starts. On Windows the last one shuts it down. Natively GDI+ then stays
+// started until the process ends: the shut-down of libgdiplus also closes fontconfig, which now and
+// then aborts the process when text has been drawn, because Pango still holds fonts.
 class GdiplusRuntime {
   public:
     GdiplusRuntime();

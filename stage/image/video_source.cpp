@@ -56,7 +56,8 @@ OpenStream open_stream(AVFormatContext &file) {
     if (open.decoder) {
         code = avcodec_parameters_to_context(open.decoder.get(), open.stream->codecpar);
         open.decoder->pkt_timebase = open.stream->time_base;
-        open.decoder->thread_count = 0;  // as many as there are processors
+        // Threads of the decoder would hold frames back at every seek; rendering takes far longer.
+        open.decoder->thread_count = 1;
     }
     if (code >= 0) code = avcodec_open2(open.decoder.get(), codec, nullptr);
     if (code < 0) fail("the decoder does not start", code);

@@ -13,6 +13,16 @@
 namespace stage {
 namespace {
 
+/// The part of `def` that the call cannot change, by name; null when it is as it was added.
+const char *ignored_change(const PF_ParamDef &added, const PF_ParamDef &def) {
+    if (def.param_type != added.param_type) return "type";
+    if (((def.flags ^ added.flags) & ~PF_ParamFlag_COLLAPSE_TWIRLY) != 0) return "flags";
+    if (added.param_type != PF_Param_FLOAT_SLIDER) return nullptr;
+    const PF_FloatSliderDef &was = added.u.fs_d, &is = def.u.fs_d;
+    if (is.valid_min != was.valid_min || is.valid_max != was.valid_max) return "valid range";
+    return is.dephault != was.dephault ? "default" : nullptr;
+}
+
 /// Takes over looks alone; whatever else differs in `def` is ignored, as the real host does.
 PF_Err update_param_ui(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) {
     HostCall call("PF Param Utils Suite.PF_UpdateParamUI");
@@ -21,6 +31,8 @@ PF_Err update_param_ui(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) 
     ActiveCommand *active = call.host().active;
     if (active == nullptr || def == nullptr || index < 1 ||
         index >= active->plugin->catalog.count()) {
+        call.host().strict.report("params.update_ui", call.command(),
+                                  "parameter " + std::to_string(index) + " cannot be updated");
         return call.result(PF_Err_BAD_CALLBACK_PARAM);
     }
     for (const PF_ParamDef *own : active->params_array) {
@@ -28,6 +40,11 @@ PF_Err update_param_ui(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) 
             call.host().strict.report("params.update_ui", call.command(),
                                       "the definition itself was passed instead of a copy");
         }
+    }
+    if (const char *part = ignored_change(active->plugin->catalog.at(index).def, *def)) {
+        call.host().strict.report("params.update_ui_ignored", call.command(),
+                                  std::string("the new ") + part + " of parameter " +
+                                      std::to_string(index) + " is ignored");
     }
     ParamLook &look = active->plugin->catalog.look(index);
     look.ui_flags = def->ui_flags;

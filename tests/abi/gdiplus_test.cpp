@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "stage/binary/gdiplus_runtime.h"
@@ -18,6 +19,15 @@ struct Pen;
 struct Brush;
 struct FontFamily;
 struct Font;
+
+#if defined(__SANITIZE_ADDRESS__)
+// libgdiplus sets text through Pango, which matches fonts on a thread of its own and keeps them as
+// long as the process lives; fontconfig stores offsets instead of pointers, so the leak check takes
+// those fonts for lost, and no scope of ours reaches that thread.
+#define KS_SKIP_TEXT_UNDER_LEAK_CHECK() GTEST_SKIP() << "the leak check misreads Pango's fonts"
+#else
+#define KS_SKIP_TEXT_UNDER_LEAK_CHECK() static_assert(true)
+#endif
 
 struct RectF {
     float x, y, width, height;
@@ -46,7 +56,7 @@ class GdiplusTest : public testing::Test {
     static constexpr int kHeight = 64;
 
     void SetUp() override {
-        ASSERT_TRUE(runtime.available()) << runtime.reason();
+        ASSERT_TRUE(runtime->available()) << runtime->reason();
         gdiplus = std::make_unique<Gdiplus>();
     }
 
@@ -94,7 +104,7 @@ class GdiplusTest : public testing::Test {
                              [](std::uint32_t pixel) { return pixel != 0; });
     }
 
-    stage::GdiplusRuntime runtime;
+    std::optional<stage::GdiplusRuntime> runtime{std::in_place};
     std::unique_ptr<Gdiplus> gdiplus;
     std::vector<std::uint32_t> pixels = std::vector<std::uint32_t>(kWidth * kHeight);
 };
@@ -109,6 +119,7 @@ TEST_F(GdiplusTest, draws_a_line_after_the_image_is_disposed_of) {
 }
 
 TEST_F(GdiplusTest, draws_text_in_arial_after_the_image_is_disposed_of) {
+    KS_SKIP_TEXT_UNDER_LEAK_CHECK();
     Graphics *const graphics = orphaned_graphics();
     draw_text(graphics, u"100 IRE");
     EXPECT_EQ(gdiplus->call("GdipDeleteGraphics", graphics), 0);
@@ -140,6 +151,19 @@ TEST_F(GdiplusTest, stays_started_while_one_of_two_runtimes_lives) {
     draw_line(graphics, 10.0f);
     EXPECT_EQ(gdiplus->call("GdipDeleteGraphics", graphics), 0);
     EXPECT_GE(painted(9, 12), 90);
+}
+
+TEST_F(GdiplusTest, draws_text_again_after_the_last_runtime_has_ended) {
+    KS_SKIP_TEXT_UNDER_LEAK_CHECK();
+    for (int round = 0; round < 2; ++round) {
+        std::fill(pixels.begin(), pixels.end(), 0u);
+        runtime.reset();
+        runtime.emplace();
+        Graphics *const graphics = orphaned_graphics();
+        draw_text(graphics, u"75 %");
+        EXPECT_EQ(gdiplus->call("GdipDeleteGraphics", graphics), 0);
+        EXPECT_GE(painted(24, kHeight), 50) << "round " << round;
+    }
 }
 
 TEST(GdiplusRuntime, can_be_started_again_after_it_was_shut_down) {

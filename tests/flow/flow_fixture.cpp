@@ -24,7 +24,7 @@ constexpr const char *kSize[6] = {"",
                                   "Histogram/Scope Height"};
 
 float float_sample(std::mt19937 &random, const Content &content) {
-    const std::uint32_t bits = random();
+    const auto bits = static_cast<std::uint32_t>(random());
     if (content.not_finite && bits % 23 == 0) {
         constexpr float kOdd[] = {std::numeric_limits<float>::quiet_NaN(),
                                   std::numeric_limits<float>::infinity(),
@@ -172,7 +172,7 @@ void Flow::set_original(const Image &image) {
 }
 
 stage::ParamValue &Flow::value(std::string_view name) {
-    const int index = name == "Original Source" ? 10 : session.plugin.catalog.find(name);
+    const int index = session.plugin.catalog.find(name);
     stage::Layer *held = host().project.layer(layer);
     return held->effects.at(static_cast<std::size_t>(effect->effect))
         .streams.at(static_cast<std::size_t>(index))
@@ -239,17 +239,15 @@ void Flow::restore(const std::vector<std::uint8_t> &flat) {
 }
 
 std::string describe(const oracle::FrameSettings &s, stage::Depth depth) {
-    std::string text = "depth " + std::to_string(static_cast<int>(depth)) + " layout " +
-                       std::to_string(s.layout) + " view " + std::to_string(s.view) +
-                       " channels " + std::to_string(s.channels) + " gamma " +
-                       std::to_string(s.gamma) + " gain " + std::to_string(s.gain) + " luma " +
-                       std::to_string(s.luma_math) + " corrections " +
-                       std::to_string(s.corrections) + " compare " + std::to_string(s.compare) +
-                       " opacity " + std::to_string(s.compare_opacity) + " size " +
-                       std::to_string(s.monitor_size) + " downsample " +
-                       std::to_string(s.downsample_x_den) + "x" +
-                       std::to_string(s.downsample_y_den) + " par " + std::to_string(s.par_num) +
-                       "/" + std::to_string(s.par_den) + " show ";
+    std::string text =
+        "depth " + std::to_string(static_cast<int>(depth)) + " layout " + std::to_string(s.layout) +
+        " view " + std::to_string(s.view) + " channels " + std::to_string(s.channels) + " gamma " +
+        std::to_string(s.gamma) + " gain " + std::to_string(s.gain) + " luma " +
+        std::to_string(s.luma_math) + " corrections " + std::to_string(s.corrections) +
+        " compare " + std::to_string(s.compare) + " opacity " + std::to_string(s.compare_opacity) +
+        " size " + std::to_string(s.monitor_size) + " downsample " +
+        std::to_string(s.downsample_x_den) + "x" + std::to_string(s.downsample_y_den) + " par " +
+        std::to_string(s.par_num) + "/" + std::to_string(s.par_den) + " show ";
     for (std::size_t kind = 1; kind <= 5; ++kind) text += s.show[kind] ? '1' : '0';
     return text;
 }

@@ -18,9 +18,9 @@ namespace ks::flow {
 
 // What to put into a random picture.
 struct Content {
-    bool opaque = false;        // alpha at full scale everywhere, else anything
-    bool wild = false;          // float: negative and over-range values up to 8
-    bool not_finite = false;    // float: NaN and infinities here and there
+    bool opaque = false;      // alpha at full scale everywhere, else anything
+    bool wild = false;        // float: negative and over-range values up to 8
+    bool not_finite = false;  // float: NaN and infinities here and there
 };
 
 // The same picture for the same seed on every platform.
@@ -32,8 +32,8 @@ oracle::Image cropped(const oracle::Image &image, const PF_LRect &rect);
 
 oracle::Depth oracle_depth(stage::Depth depth);
 
-// The picture in which every pixel of `image` is a block of dx by dy equal ones, so that a render at
-// 1/dx by 1/dy reads exactly `image` again. Codes are divided by their full scale.
+// The picture in which every pixel of `image` is a block of dx by dy equal ones, so that a render
+// at 1/dx by 1/dy reads exactly `image` again. Codes are divided by their full scale.
 stage::Picture to_picture(const oracle::Image &image, int dx = 1, int dy = 1);
 
 // The picture in codes of `depth` (nearest), or its floats.

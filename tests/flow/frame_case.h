@@ -1,0 +1,43 @@
+// One frame to be compared with the oracle: pictures, values, points, resolution.
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "flow/flow_fixture.h"
+
+namespace ks::flow {
+
+struct LayerPoint {
+    double x = 0, y = 0;  // layer pixels at full resolution
+};
+
+struct FrameCase {
+    stage::Depth depth = stage::Depth::U8;
+    oracle::Image input;
+    std::optional<oracle::Image> original;
+    // Values; points, resolution, aspect, quality and stacking order are filled in by run().
+    oracle::FrameSettings settings;
+    LayerPoint monitor_position;
+    std::array<LayerPoint, 6> scope_position{};
+    SceneOptions scene;
+    bool high_quality = true;
+};
+
+struct FramePair {
+    oracle::FrameResult expected;
+    oracle::Image actual;
+};
+
+// Renders the case through plug-in and stage and through the oracle. The stacking order that the
+// instance keeps afterwards is compared here.
+FramePair run(const FrameCase &frame, stage::HostOptions options = {});
+
+// Equal to the last bit.
+void expect_exact(const FrameCase &frame);
+
+// At most `codes` apart at the integer depths, `absolute` at float.
+void expect_near(const FrameCase &frame, double codes, double absolute, const char *reason);
+
+}  // namespace ks::flow
