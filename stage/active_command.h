@@ -22,21 +22,27 @@ struct LayerCheckout {
     PF_ParamIndex index = 0;
     PF_LRect rect{};           ///< result rectangle, layer pixels at the current resolution
     World *world = nullptr;    ///< null for "none", or where the test wants null
-    bool pixels_open = false;  ///< between checkout_layer_pixels and its check-in
+    bool pixels_open = false;   ///< between checkout_layer_pixels and its check-in
+    bool pixels_taken = false;  ///< checked out at all: once per id is allowed
+};
+
+/// What a layer check-out tells of its layer.
+struct SourceFacts {
+    PF_LRect rect{};                          ///< layer pixels at the current resolution
+    PF_RationalScale par{1, 1};               ///< of the layer's own source
+    A_long full_width = 0, full_height = 0;  ///< of the source, full resolution
+    bool opaque = false;
 };
 
 /// State of one smart render, shared by its two commands.
 struct SmartFrame {
     std::map<A_long, LayerCheckout> layers;  ///< by check-out id
-    PF_LRect layer_rect{};                   ///< the effect's own layer
-    PF_LRect original_rect{};                ///< the layer parameter's layer; empty when none
+    SourceFacts own;       ///< the effect's own layer
+    SourceFacts original;  ///< the layer parameter's layer; an empty rectangle when none
     PF_LRect request{};
     PF_LRect result{};
-    PF_RationalScale par{1, 1};
-    A_long full_width = 0, full_height = 0;
-    bool input_is_opaque = false;
     World *input = nullptr;
-    World *original = nullptr;
+    World *original_input = nullptr;
     World *output = nullptr;
     bool any_pixels = false;  ///< checkout_output may come only after one
     bool output_failed = false;

@@ -69,7 +69,7 @@ void fill_layer_param(ActiveCommand &active, PF_ParamIndex index, PF_ParamDef &d
     const int chosen = streams.at(static_cast<std::size_t>(index)).value.layer;
     def.u.ld = PF_LayerDef{};
     if (active.frame != nullptr) {
-        const World *world = index == 0 ? active.frame->input : active.frame->original;
+        const World *world = index == 0 ? active.frame->input : active.frame->original_input;
         if (world != nullptr) def.u.ld = world->def;
         return;
     }

@@ -270,7 +270,8 @@ void Session::synchronise_render_copy(EffectInstance &instance) {
     caller.call(PF_Cmd_SEQUENCE_RESETUP, context);
 }
 
-RenderResult Session::render(EffectInstance &instance, const RenderSettings &settings) {
+RenderResult Session::render(EffectInstance &instance, const RenderSettings &asked) {
+    RenderSettings settings = asked;
     if (host.options.separate_render_copy) synchronise_render_copy(instance);
     const Project &project = host.project;
     const Layer *layer = project.layer(instance.layer);
@@ -287,6 +288,8 @@ RenderResult Session::render(EffectInstance &instance, const RenderSettings &set
         if (other == nullptr || other->source == 0) continue;
         original_picture = item_picture(project, other->source, settings.frame);
         original = &original_picture;
+        const Item *item = project.item(other->source);
+        settings.original_aspect = {item->par_num, static_cast<A_u_long>(item->par_den)};
     }
     CommandContext context = context_of(instance);
     context.current_time = static_cast<A_long>(settings.frame);

@@ -70,8 +70,8 @@ class Session {
     CommandResult refresh_panel(EffectInstance &instance);
 
     /// Renders the effect's layer at `settings.frame`. Its input is the layer's source, or, for an
-    /// adjustment layer, everything beneath it.
-    RenderResult render(EffectInstance &instance, const RenderSettings &settings);
+    /// adjustment layer, everything beneath it; the layer parameter's pixel aspect is its item's.
+    RenderResult render(EffectInstance &instance, const RenderSettings &asked);
 
     /// Flattens every instance into the project and saves it; instances go on. Throws ProjectError
     /// or SessionError; the file is whole or untouched.

@@ -34,6 +34,10 @@ bool is_opaque(const Picture &picture) {
     return true;
 }
 
+SourceFacts facts(const Picture &full, const Picture &reduced, const PF_RationalScale &par) {
+    return {bounds_of(reduced), par, full.width, full.height, is_opaque(reduced)};
+}
+
 /// Worlds of one render, destroyed on every path.
 class FrameWorlds {
   public:
@@ -73,6 +77,7 @@ void check_output_pixels(Host &host, const World &output, bool solid) {
     if (unwritten > 0) {
         host.strict.report("output.unwritten", command_name(PF_Cmd_SMART_RENDER),
                            std::to_string(unwritten) + " output pixels were not written");
+        return;  // what else is wrong with them is not the plug-in's
     }
     const Picture picture = world_picture(output);
     if (output.depth == Depth::U16) {
@@ -166,16 +171,12 @@ class SmartRender {
         context_.downsample_y = {1, static_cast<A_u_long>(settings.downsample_y)};
         context_.quality = settings.high_quality ? PF_Quality_HI : PF_Quality_LO;
         context_.frame = &frame_;
-        frame_.layer_rect = bounds_of(input_);
+        frame_.own = facts(input, input_, context_.pixel_aspect);
         if (original != nullptr) {
             original_ = downsampled(*original, settings.downsample_x, settings.downsample_y);
-            frame_.original_rect = bounds_of(original_);
+            frame_.original = facts(*original, original_, settings.original_aspect);
         }
-        frame_.request = settings.request.value_or(frame_.layer_rect);
-        frame_.par = context_.pixel_aspect;
-        frame_.full_width = input.width;
-        frame_.full_height = input.height;
-        frame_.input_is_opaque = is_opaque(input_);
+        frame_.request = settings.request.value_or(frame_.own.rect);
     }
 
     ~SmartRender() { free_pre_render_data(host_, pre_output_); }
@@ -224,11 +225,12 @@ class SmartRender {
             const bool own = layer.index == 0;
             const bool null = own ? settings_.null_input : settings_.null_original;
             if (is_empty(layer.rect) || null) continue;
-            layer.world = worlds_.input(own ? input_ : original_, layer.rect, frame_.par);
-            (own ? frame_.input : frame_.original) = layer.world;
+            layer.world = worlds_.input(own ? input_ : original_, layer.rect,
+                                        own ? frame_.own.par : frame_.original.par);
+            (own ? frame_.input : frame_.original_input) = layer.world;
         }
         if (!settings_.null_output) {
-            frame_.output = worlds_.make(pre_output_.result_rect, frame_.par);
+            frame_.output = worlds_.make(pre_output_.result_rect, frame_.own.par);
         }
     }
 

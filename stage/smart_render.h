@@ -17,6 +17,7 @@ struct RenderSettings {
     bool high_quality = true;                ///< the layer's quality switch
     /// Region asked for, layer pixels at this resolution; the whole layer when unset.
     std::optional<PF_LRect> request;
+    PF_RationalScale original_aspect{1, 1};  ///< pixel aspect of the layer parameter's layer
     // Null worlds handed over with error 0, as real hosts sometimes do.
     bool null_input = false;
     bool null_output = false;

@@ -56,18 +56,18 @@ PF_Err checkout_layer(PF_ProgPtr, PF_ParamIndex index, A_long checkout_id,
         call.host().strict.report("checkout.id_zero", call.command(), "check-out id 0");
     }
     const bool own = index == 0;
-    const PF_LRect &bounds = own ? frame->layer_rect : frame->original_rect;
+    const SourceFacts &source = own ? frame->own : frame->original;
     LayerCheckout layer;
     layer.index = index;
-    layer.rect = intersection(request->rect, bounds);
-    layer.world = own ? frame->input : frame->original;
+    layer.rect = intersection(request->rect, source.rect);
+    layer.world = own ? frame->input : frame->original_input;
     *result = PF_CheckoutResult{};
     result->result_rect = layer.rect;
-    result->max_result_rect = bounds;
-    result->par = frame->par;
-    result->solid = own && frame->input_is_opaque;
-    result->ref_width = frame->full_width;
-    result->ref_height = frame->full_height;
+    result->max_result_rect = source.rect;
+    result->par = source.par;
+    result->solid = source.opaque ? 1 : 0;
+    result->ref_width = source.full_width;
+    result->ref_height = source.full_height;
     frame->layers[checkout_id] = layer;
     return call.result(PF_Err_NONE);
 }
@@ -86,13 +86,13 @@ PF_Err checkout_layer_pixels(PF_ProgPtr, A_long checkout_id, PF_EffectWorld **pi
     SmartFrame *frame = frame_of(call, PF_Cmd_SMART_RENDER);
     if (frame == nullptr || pixels == nullptr) return call.result(PF_Err_BAD_CALLBACK_PARAM);
     const auto found = frame->layers.find(checkout_id);
-    if (found == frame->layers.end() || found->second.pixels_open) {
+    if (found == frame->layers.end() || found->second.pixels_taken) {
         call.host().strict.report("checkout.pixels", call.command(),
                                   "pixels of id " + std::to_string(checkout_id) +
                                       " were not checked out before, or twice");
         return call.result(PF_Err_BAD_CALLBACK_PARAM);
     }
-    found->second.pixels_open = true;
+    found->second.pixels_open = found->second.pixels_taken = true;
     frame->any_pixels = true;
     if (found->second.world != nullptr) *pixels = &found->second.world->def;
     if (call.traced()) call.note(*pixels != nullptr ? "0" : "0, null world");

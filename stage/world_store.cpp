@@ -17,7 +17,7 @@ constexpr std::size_t kAlignment = 64;
 constexpr std::size_t kGuardBytes = 64;
 constexpr std::uint8_t kGuardByte = 0xC3;
 constexpr std::array<std::uint8_t, 4> kPoison{0x0B, 0xAD, 0xF0, 0x0D};
-constexpr std::size_t kQuarantineBytes = std::size_t{64} << 20;
+constexpr std::size_t kQuarantineBytes = std::size_t{16} << 20;
 
 struct DepthRow {
     Depth depth;

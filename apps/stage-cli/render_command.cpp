@@ -29,7 +29,6 @@ void add_options(CLI::App &verb, RenderJob &job, bool trace) {
     verb.add_option("--set", job.settings,
                     "Set a parameter by name or index, NAME=VALUE; repeat for more. Where a name "
                     "repeats, add its group: \"Vectorscope/Scope Position=20,40\"")
-        ->expected(1)
         ->allow_extra_args(false);
     verb.add_option("--original", job.original, "Picture for the Original Source layer");
     verb.add_option("--depth", job.depth, "Bits per channel: 8, 16 or 32; as INPUT by default")

@@ -32,10 +32,13 @@ PF_Err run_lock_script(PF_InData *in_data, PF_ParamValue lock) {
     constexpr AEGP_PluginID plugin_id = 0;
     constexpr A_Boolean platform_encoded = 0;  // UTF-8
     SuiteCache suites(in_data->pica_basicP);
+    AEGP_UtilitySuite5 &utility = suites.utility();
+    // Taken before the script runs: without it the script's result could not be freed.
+    AEGP_MemorySuite1 &memory = suites.memory();
     AEGP_MemHandle result = nullptr;
-    const A_Err error = suites.utility().AEGP_ExecuteScript(
+    const A_Err error = utility.AEGP_ExecuteScript(
         plugin_id, lock == 1 ? kLockScript : kUnlockScript, platform_encoded, &result, nullptr);
-    if (result != nullptr) suites.memory().AEGP_FreeMemHandle(result);
+    if (result != nullptr) memory.AEGP_FreeMemHandle(result);
     return error;
 }
 

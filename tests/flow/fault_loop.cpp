@@ -35,15 +35,19 @@ std::size_t struck_at(Flow &flow) {
 
 Strike strike_of(Flow &flow, std::size_t at) {
     const auto &entries = flow.host().trace.entries();
-    Strike strike{flow.host().faults.struck_name(), flow.host().faults.struck_form(), 0};
+    Strike strike{flow.host().faults.struck_name(), flow.host().faults.struck_form(), 0, ""};
     for (std::size_t i = 0; i <= at && i < entries.size(); ++i) {
         strike.ordinal += entries[i].call == strike.name;
+        const bool suite = entries[i].call.starts_with("SPBasicSuite.");
+        if (i < at && !suite) strike.previous = entries[i].call;
     }
     return strike;
 }
 
 PF_Err expected_result(const FaultScenario &scenario, const Strike &strike) {
-    if (strike.form == stage::FailureForm::kNullResult) return scenario.null_result(strike);
+    if (scenario.special_result) {
+        if (const auto special = scenario.special_result(strike)) return *special;
+    }
     return strike.form == stage::FailureForm::kSuite ? kSuiteRefused : stage::kInjectedError;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,7 +14,8 @@ namespace ks::flow {
 struct Strike {
     std::string name;  // full trace name
     stage::FailureForm form = stage::FailureForm::kCode;
-    int ordinal = 1;  // first, second ... call of that name in the command
+    int ordinal = 1;       // first, second ... call of that name in the run
+    std::string previous;  // the last call before it that is no suite's acquisition
 };
 
 struct FaultScenario {
@@ -22,8 +24,9 @@ struct FaultScenario {
     std::function<PF_Err(Flow &)> run;
     // What the run has changed, as bytes to compare.
     std::function<std::vector<std::uint8_t>(Flow &)> outcome;
-    // Result of a call that yields null instead of a handle or its contents.
-    std::function<PF_Err(const Strike &)> null_result;
+    // Result of a call that yields null instead of a handle or its contents, and of the few whose
+    // code is ignored. Without a value the injected code, or 516 for suites, must come back.
+    std::function<std::optional<PF_Err>(const Strike &)> special_result;
     // Brings the state back before every run; may be empty.
     std::function<void(Flow &)> prepare;
     // True for calls that may follow a failure although they are no clean-up.
@@ -32,7 +35,7 @@ struct FaultScenario {
 
 // Fails fallible call 1, 2, 3 ... of the scenario until a run strikes none, once each alone and
 // once with all later calls failing too. After each: the first error is the result (the injected
-// code, 516 for suites, null_result for null); only clean-up follows the failure; nothing leaks or
+// code, 516 for suites); only clean-up follows the failure; nothing leaks or
 // escapes; and the same command works again with the outcome of a run without a failure. Returns
 // the number of fallible calls.
 int run_fault_loop(Flow &flow, const FaultScenario &scenario);

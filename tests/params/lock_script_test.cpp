@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -30,18 +31,26 @@ TEST_F(LockScript, one_locks_and_anything_else_unlocks) {
 TEST_F(LockScript, result_is_freed_and_suites_are_given_back) {
     EXPECT_EQ(ks::run_lock_script(&host.in, 1), 0);
     EXPECT_EQ(host.calls.log, (std::vector<std::string>{
-                                  "acquire AEGP Utility Suite 11", "ExecuteScript",
-                                  "acquire AEGP Memory Suite 1", "FreeMemHandle",
+                                  "acquire AEGP Utility Suite 11",
+                                  "acquire AEGP Memory Suite 1", "ExecuteScript", "FreeMemHandle",
                                   "release AEGP Utility Suite 11", "release AEGP Memory Suite 1"}));
     EXPECT_EQ(host.calls.live_blocks(), 0);
     EXPECT_EQ(host.suites_held(), 0);
     EXPECT_TRUE(host.calls.misuse.empty());
 }
 
-TEST_F(LockScript, without_a_result_the_memory_suite_is_not_needed) {
+TEST_F(LockScript, without_a_result_nothing_is_freed) {
     project.script_gives_result = false;
-    host.refused.insert(kAEGPMemorySuite);
     EXPECT_EQ(ks::run_lock_script(&host.in, 1), 0);
+    EXPECT_EQ(std::count(host.calls.log.begin(), host.calls.log.end(), "FreeMemHandle"), 0);
+}
+
+TEST_F(LockScript, refused_memory_suite_throws_516_before_a_result_could_be_left_behind) {
+    host.refused.insert(kAEGPMemorySuite);
+    EXPECT_THROW(ks::run_lock_script(&host.in, 1), PF_Err);
+    EXPECT_TRUE(project.scripts.empty());
+    EXPECT_EQ(host.calls.live_blocks(), 0);
+    EXPECT_EQ(host.suites_held(), 0);
 }
 
 TEST_F(LockScript, script_error_is_returned_and_its_result_freed) {

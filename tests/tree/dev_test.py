@@ -206,6 +206,34 @@ class Demo(DevTest):
         self.assert_fails(self.dev("demo"), 1, "dev: the demo could not render 'Single'")
 
 
+class Sanitize(DevTest):
+    def test_runs_the_tests_of_each_sanitizer_and_keeps_a_failure(self):
+        self.stand_in("setarch", 'shift; exec "$@"\n')
+        self.stand_in("ctest", CALL + '[[ "$*" != *ctest-ubsan* ]]\n')
+        result = self.dev("sanitize", "--", "-R", "x")
+        self.assertEqual(result.returncode, 1, result.stderr)
+        for kind in ("asan", "ubsan", "tsan"):
+            self.assertIn(f"cmake --preset linux-{kind}\n", self.called())
+            self.assertIn(f"ctest --test-dir {self.tree}/build/ctest-{kind} ", self.called())
+
+    def test_runs_where_randomisation_cannot_be_switched_off(self):
+        self.stand_in("setarch", "exit 1\n")
+        self.assertEqual(self.dev("sanitize", "tsan").returncode, 0)
+        self.assertIn("ctest ", self.called())
+
+
+class Bench(DevTest):
+    def test_keeps_its_figures_as_json(self):
+        self.script(self.tree / "build/linux-release/ks_bench",
+                    'for a; do [[ $a != --benchmark_out=* ]] || echo {} > "${a#*=}"; done\n' + CALL)
+        result = self.dev("bench", "--", "--benchmark_filter=view")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        kept = pathlib.Path(result.stdout.splitlines()[-1])
+        self.assertEqual(kept.parent, self.tree / "out/bench")
+        self.assertEqual(kept.read_text(), "{}\n")
+        self.assertIn(" --benchmark_filter=view\n", self.called())
+
+
 class Clean(DevTest):
     def test_removes_what_was_built_and_nothing_else(self):
         for folder in ("build/linux-release", "out/demo"):

@@ -46,6 +46,9 @@ struct Damage {
     const char *error;
 };
 
+/// Names the case in a failure; the default would print addresses.
+void PrintTo(const Damage &damage, std::ostream *out) { *out << damage.error; }
+
 class DamagedFile : public testing::TestWithParam<Damage> {};
 
 TEST_P(DamagedFile, IsRefusedWithItsPlace) {
