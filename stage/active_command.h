@@ -20,16 +20,16 @@ struct Plugin;
 /// A layer that a pre-render checked out.
 struct LayerCheckout {
     PF_ParamIndex index = 0;
-    PF_LRect rect{};           ///< result rectangle, layer pixels at the current resolution
-    World *world = nullptr;    ///< null for "none", or where the test wants null
+    PF_LRect rect{};            ///< result rectangle, layer pixels at the current resolution
+    World *world = nullptr;     ///< null for "none", or where the test wants null
     bool pixels_open = false;   ///< between checkout_layer_pixels and its check-in
     bool pixels_taken = false;  ///< checked out at all: once per id is allowed
 };
 
 /// What a layer check-out tells of its layer.
 struct SourceFacts {
-    PF_LRect rect{};                          ///< layer pixels at the current resolution
-    PF_RationalScale par{1, 1};               ///< of the layer's own source
+    PF_LRect rect{};                         ///< layer pixels at the current resolution
+    PF_RationalScale par{1, 1};              ///< of the layer's own source
     A_long full_width = 0, full_height = 0;  ///< of the source, full resolution
     bool opaque = false;
 };
@@ -37,7 +37,7 @@ struct SourceFacts {
 /// State of one smart render, shared by its two commands.
 struct SmartFrame {
     std::map<A_long, LayerCheckout> layers;  ///< by check-out id
-    SourceFacts own;       ///< the effect's own layer
+    SourceFacts own;                         ///< the effect's own layer
     SourceFacts original;  ///< the layer parameter's layer; an empty rectangle when none
     PF_LRect request{};
     PF_LRect result{};

@@ -13,11 +13,11 @@ Quarantine::Quarantine(Strict &strict, const char *check, std::size_t budget)
 
 void Quarantine::take(Bytes block, std::size_t size, const void *used, std::string label,
                       const std::string &command) {
-    if (!strict_.enabled || size > budget_) return;
+    if (!strict_.enabled || size > kLargestKept) return;
     std::memset(block.get(), kFreedByte, size);
     blocks_.push_back({std::move(block), size, used, std::move(label)});
     held_ += size;
-    while (held_ > budget_) {
+    while (held_ > budget_ && blocks_.size() > 1) {
         inspect(blocks_.front(), command);
         held_ -= blocks_.front().size;
         blocks_.pop_front();

@@ -14,10 +14,14 @@ class Strict;
 /// Byte that freed memory is filled with.
 inline constexpr std::uint8_t kFreedByte = 0xDD;
 
+/// Blocks larger than this many bytes are freed at once.
+inline constexpr std::size_t kLargestKept = std::size_t{256} << 20;
+
 /// Bytes on the heap without initialisation.
 using Bytes = std::unique_ptr<std::uint8_t[]>;
 
-/// Keeps the newest freed blocks within a budget. Not thread-safe: its owner locks.
+/// Keeps the newest freed blocks within a budget, and the newest one even where it alone is larger,
+/// up to kLargestKept. Not thread-safe: its owner locks.
 class Quarantine {
   public:
     /// `check` is the name of the finding, for example "handle.use_after_free"; `budget` is in

@@ -47,6 +47,8 @@ PF_Err dispose_sequence_data(SuiteCache &suites, PF_InData *in_data, PF_OutData 
 }  // namespace
 
 PF_Err sequence_setdown(PF_InData *in_data, PF_OutData *out_data) {
+    // Nothing to free needs no suite, so this succeeds in a host without any.
+    if (in_data->sequence_data == nullptr) return PF_Err_NONE;
     SuiteCache suites(in_data->pica_basicP);
     return dispose_sequence_data(suites, in_data, out_data);
 }

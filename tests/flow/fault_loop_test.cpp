@@ -105,7 +105,10 @@ std::optional<PF_Err> set_up_result(const Strike &strike) {
 // Set-up over and over in the same project.
 int set_up_loop(Flow &flow, const std::string &name) {
     const auto before = std::make_shared<stage::ProjectData>(flow.host().project.data());
-    return run_fault_loop(flow, {name, set_up_again, record_and_layers, set_up_result,
+    return run_fault_loop(flow, {name,
+                                 set_up_again,
+                                 record_and_layers,
+                                 set_up_result,
                                  [before](Flow &f) { f.host().project.restore(*before); },
                                  {}});
 }
@@ -150,8 +153,8 @@ int sequence_loop(const std::string &name, const std::function<PF_Err(Flow &)> &
         if (strike.form != stage::FailureForm::kNullResult) return std::nullopt;
         return strike.name == kLockHandle && strike.ordinal == 1 ? 0 : 512;
     };
-    return run_fault_loop(
-        flow, {name, run, [](Flow &f) { return f.record(); }, special, prepare, {}});
+    return run_fault_loop(flow,
+                          {name, run, [](Flow &f) { return f.record(); }, special, prepare, {}});
 }
 
 TEST(FaultLoop, sequence_resetup) {
@@ -166,7 +169,9 @@ TEST(FaultLoop, sequence_resetup) {
 TEST(FaultLoop, sequence_flatten) {
     EXPECT_EQ(sequence_loop(
                   "flatten", [](Flow &flow) { return flow.session.flatten(*flow.effect).error; },
-                  [](Flow &flow) { flow.restore({1, 3, 2, 1, 0, 0, 3, 1}); }),
+                  [](Flow &flow) {
+                      flow.restore({1, 3, 2, 1, 0, 0, 3, 1});
+                  }),
               4);
 }
 
@@ -176,7 +181,9 @@ TEST(FaultLoop, sequence_setdown) {
                   [](Flow &flow) {
                       return flow.session.send(PF_Cmd_SEQUENCE_SETDOWN, flow.effect).error;
                   },
-                  [](Flow &flow) { flow.restore({1, 3, 2, 1, 0, 0, 3, 1}); }),
+                  [](Flow &flow) {
+                      flow.restore({1, 3, 2, 1, 0, 0, 3, 1});
+                  }),
               1);
 }
 
@@ -217,8 +224,8 @@ class RenderFaults : public testing::TestWithParam<stage::Depth> {
             return result.error;
         };
         const auto fresh = [](Flow &f) { f.restore({0, 1, 2, 3, 0, 0, 3, 1}); };
-        return run_fault_loop(flow, {name, run, [&](Flow &) { return pixels; }, frame_result, fresh,
-                                     {}});
+        return run_fault_loop(flow,
+                              {name, run, [&](Flow &) { return pixels; }, frame_result, fresh, {}});
     }
 
     Flow flow;

@@ -134,14 +134,15 @@ TEST_F(WorldStoreTest, writes_outside_the_pixels_are_found_wherever_they_fall) {
     constexpr int kPixels = 3 * 4, kRow = kPixels + 16;
     for (const Place place :
          {Place{0, -1}, Place{0, kPixels}, Place{1, kRow - 1}, Place{3, 0}, Place{3, 60}}) {
-        World *world = store.create(3, 3, Depth::U8, {16, 8, true});
-        row(*world, 0)[place.y * kRow + place.byte] ^= 0x10;
-        store.check(kCommand);
-        EXPECT_EQ(checks(), Names{"world.guard"}) << place.y << " " << place.byte;
-        strict.clear();
-        store.destroy(world, kCommand);
-        EXPECT_EQ(checks(), Names{"world.guard"});
-        strict.clear();
+        for (const bool check_first : {true, false}) {
+            World *world = store.create(3, 3, Depth::U8, {16, 8, true});
+            row(*world, 0)[place.y * kRow + place.byte] ^= 0x10;
+            if (check_first) store.check(kCommand);
+            store.destroy(world, kCommand);
+            // Once, whichever looks first.
+            EXPECT_EQ(checks(), Names{"world.guard"}) << place.y << " " << place.byte;
+            strict.clear();
+        }
     }
 }
 

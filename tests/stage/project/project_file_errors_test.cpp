@@ -47,7 +47,9 @@ struct Damage {
 };
 
 /// Names the case in a failure; the default would print addresses.
-void PrintTo(const Damage &damage, std::ostream *out) { *out << damage.error; }
+void PrintTo(const Damage &damage, std::ostream *out) {
+    *out << damage.error;
+}
 
 class DamagedFile : public testing::TestWithParam<Damage> {};
 
