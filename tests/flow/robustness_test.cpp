@@ -1,6 +1,7 @@
 // What hosts hand over on bad days: null worlds, tiny frames, partial regions, damaged records,
 // missing suites, worlds laid out oddly.
-#include <cstring>
+#include <algorithm>
+#include <optional>
 #include <set>
 
 #include "flow/frame_case.h"
