@@ -142,31 +142,13 @@ void ParamCatalog::append(const PF_ParamDef &def) {
 
 ParamValue ParamCatalog::initial_value(int index, int width, int height) const {
     const PF_ParamDef &def = at(index).def;
-    ParamValue value;
-    switch (def.param_type) {
-        case PF_Param_FLOAT_SLIDER:
-            value.number = def.u.fs_d.value;
-            break;
-        case PF_Param_POPUP:
-            value.number = def.u.pd.value;
-            break;
-        case PF_Param_CHECKBOX:
-            value.number = def.u.bd.value != 0 ? 1 : 0;
-            break;
-        case PF_Param_COLOR:
-            value.color = {def.u.cd.value.alpha, def.u.cd.value.red, def.u.cd.value.green,
-                           def.u.cd.value.blue};
-            break;
-        case PF_Param_POINT: {
-            const auto pixels = [](PF_Fixed percent, int size) {
-                return std::nearbyint(percent / 100.0 * size) / kFixedOne;
-            };
-            value.x = pixels(def.u.td.x_dephault, width);
-            value.y = pixels(def.u.td.y_dephault, height);
-            break;
-        }
-        default:
-            break;
+    ParamValue value = load_value(def, {1, 1});
+    if (def.param_type == PF_Param_POINT) {
+        const auto pixels = [](PF_Fixed percent, int size) {
+            return std::nearbyint(percent / 100.0 * size) / kFixedOne;
+        };
+        value.x = pixels(def.u.td.x_dephault, width);
+        value.y = pixels(def.u.td.y_dephault, height);
     }
     return value;
 }
