@@ -1,10 +1,15 @@
-// RAII over the host's call pairs: parameter check-outs, handle locks, handles, memory handles.
+// RAII over the host's call pairs: parameter check-outs, handle locks, handles, memory handles,
+// references to effects and streams.
 //
 // Everything here belongs to the thread of one command, is neither copied nor moved, and must not
 // outlive the suites it was given. Destructors never throw.
 #pragma once
 
+#include <vector>
+
+#include "hostapi/aegp_layer_suites.h"
 #include "hostapi/aegp_service_suites.h"
+#include "hostapi/aegp_stream_suites.h"
 #include "hostapi/constants.h"
 #include "hostapi/in_out_data.h"
 #include "hostapi/pf_suites.h"
@@ -120,6 +125,77 @@ class OwnedMemHandle {
   private:
     AEGP_MemorySuite1 &suite_;
     AEGP_MemHandle handle_ = nullptr;
+};
+
+/// Our own effect as the project side of the host knows it. [host thread]
+class OwnedEffectRef {
+  public:
+    /// Asks for the reference to the running effect, without a plug-in id.
+    OwnedEffectRef(AEGP_PFInterfaceSuite1 &own, AEGP_EffectSuite3 &effects, PF_ProgPtr effect)
+        : effects_(effects), error_(own.AEGP_GetNewEffectForEffect(0, effect, &ref_)) {
+        if (error_ != A_Err_NONE) ref_ = nullptr;
+    }
+    ~OwnedEffectRef() { close(); }
+    OwnedEffectRef(const OwnedEffectRef &) = delete;
+    OwnedEffectRef &operator=(const OwnedEffectRef &) = delete;
+
+    /// The host's answer, 0 if it succeeded.
+    [[nodiscard]] A_Err error() const { return error_; }
+    /// Null after an error, and when the host has none to give.
+    [[nodiscard]] AEGP_EffectRefH get() const { return ref_; }
+
+    /// Disposes of the reference and returns the host's result; 0 and no call when there is none.
+    /// Its streams go first.
+    A_Err close() {
+        if (ref_ == nullptr) return A_Err_NONE;
+        AEGP_EffectRefH ref = ref_;
+        ref_ = nullptr;
+        return effects_.AEGP_DisposeEffect(ref);
+    }
+
+  private:
+    AEGP_EffectSuite3 &effects_;
+    AEGP_EffectRefH ref_ = nullptr;
+    A_Err error_;
+};
+
+/// Streams of one effect's parameters, disposed of together and before the effect's reference.
+/// [host thread]
+class OwnedEffectStreams {
+  public:
+    OwnedEffectStreams(AEGP_StreamSuite4 &suite, AEGP_EffectRefH effect)
+        : suite_(suite), effect_(effect) {}
+    ~OwnedEffectStreams() { close(); }
+    OwnedEffectStreams(const OwnedEffectStreams &) = delete;
+    OwnedEffectStreams &operator=(const OwnedEffectStreams &) = delete;
+
+    /// Obtains the stream of parameter `index`, without a plug-in id. Returns the host's result;
+    /// `stream` is null after an error. Throws std::bad_alloc before the host is asked.
+    A_Err open(PF_ParamIndex index, AEGP_StreamRefH &stream) {
+        streams_.push_back(nullptr);
+        const A_Err error =
+            suite_.AEGP_GetNewEffectStreamByIndex(0, effect_, index, &streams_.back());
+        if (error != A_Err_NONE) streams_.back() = nullptr;
+        stream = streams_.back();
+        return error;
+    }
+
+    /// Disposes of all streams in the order in which they were obtained; returns the first error.
+    A_Err close() {
+        A_Err first = A_Err_NONE;
+        for (AEGP_StreamRefH stream : streams_) {
+            if (stream == nullptr) continue;
+            const A_Err error = suite_.AEGP_DisposeStream(stream);
+            if (first == A_Err_NONE) first = error;
+        }
+        streams_.clear();
+        return first;
+    }
+
+  private:
+    AEGP_StreamSuite4 &suite_;
+    AEGP_EffectRefH effect_;
+    std::vector<AEGP_StreamRefH> streams_;
 };
 
 }  // namespace ks

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "render/host_world.h"
+#include "host/host_world.h"
 
 namespace ks {
 namespace {

@@ -3,7 +3,7 @@
 #include "host/scoped.h"
 #include "instance/record.h"
 #include "render/conversion.h"
-#include "render/host_world.h"
+#include "host/host_world.h"
 
 namespace ks {
 

@@ -2,7 +2,7 @@
 
 #include "render/compositing.h"
 #include "render/corrected_world.h"
-#include "render/host_world.h"
+#include "host/host_world.h"
 #include "render/markers.h"
 #include "render/monitor_layouts.h"
 #include "render/scope_panels.h"

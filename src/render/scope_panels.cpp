@@ -1,12 +1,13 @@
 #include "render/scope_panels.h"
 
-#include "render/host_world.h"
+#include "host/host_world.h"
 
 namespace ks {
 
 void ScopePanels::create(ErrorChain &chain, const Frame &frame, const RenderSettings &settings) {
     set_.switches = settings.switches;
     set_.slice_fraction = settings.slice_fraction;
+    set_.output_width = frame.output->width;
     const double aspect = scope_aspect(settings.scopes_aspect, size_of(*frame.output), frame.scale);
     for (const ScopeKind kind : kScopeWalkOrder) {
         if (!settings.shows(kind)) continue;

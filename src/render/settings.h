@@ -36,15 +36,6 @@ inline constexpr std::int32_t kPreScopes = 1;  ///< "Apply Corrections": measure
 inline constexpr std::int32_t kPostScopes = 2;  ///< "Apply Corrections": measure the input
 inline constexpr std::int32_t kViewYCbCr = 2;   ///< "View Channels": Y, Cb, Cr tiles
 
-// Each reads one parameter within `chain`: checked out while no error is kept, checked in at once.
-// The value is 0 when it could not be read. [host thread]
-double read_slider(ErrorChain &chain, PF_InData *in_data, Param param);
-std::int32_t read_popup(ErrorChain &chain, PF_InData *in_data, Param param);
-bool read_checkbox(ErrorChain &chain, PF_InData *in_data, Param param);
-/// Whole output pixels: the host's 16.16 pixels shifted right by 16, no downsample scaling (the
-/// host has applied it already).
-IntPoint read_point(ErrorChain &chain, PF_InData *in_data, Param param);
-
 /// Reads the settings in this order: the six switches, layout, view, channels, gamma, gain,
 /// corrections, luminance math, the size of each enabled scope in walk order (the slice waveform's
 /// followed by its "Slice Position"), the scopes' aspect ratio. [host thread]

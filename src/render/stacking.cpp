@@ -5,7 +5,7 @@
 #include "host/scoped.h"
 #include "instance/record.h"
 #include "render/compositing.h"
-#include "render/host_world.h"
+#include "host/host_world.h"
 
 namespace ks {
 namespace {

@@ -26,6 +26,7 @@ struct ScopeSet {
     std::uint32_t *histogram_bins = nullptr;
     /// "Slice Position" as a fraction of the height, 0..1; 0 while the slice waveform is off.
     double slice_fraction = 0.0;
+    int output_width = 0;  ///< pixels of the rendered frame
 
     [[nodiscard]] bool enabled(ScopeKind kind) const { return switches[scope_slot(kind)] != 0; }
 };
