@@ -1,4 +1,6 @@
-# Third-party libraries, all from the distribution. The plug-in uses none of them.
+# Third-party libraries, all from the distribution. The plug-in uses none of them but GDI+, which is
+# part of Windows.
+#   ks_gdiplus                 GDI+: the system's, natively libgdiplus
 #   ks_foreign_headers         CLI11 and nlohmann-json; for Windows also stb
 #   ks_duktape                 duktape, the script engine
 #   OpenImageIO::OpenImageIO   picture files and video (native only)
@@ -10,6 +12,21 @@ function(ks_require path package)
     message(FATAL_ERROR "${path} is missing (Debian package ${package}): run ./dev setup")
   endif()
 endfunction()
+
+# The flat interface of GDI+. Its functions are declared where they are used: no headers.
+add_library(ks_gdiplus INTERFACE)
+if(WIN32)
+  target_link_libraries(ks_gdiplus INTERFACE gdiplus)
+else()
+  # Debian has no development package of it. Programs that draw nothing do not load it.
+  find_library(KS_GDIPLUS_LIBRARY NAMES gdiplus libgdiplus.so.0)
+  mark_as_advanced(KS_GDIPLUS_LIBRARY)
+  if(NOT KS_GDIPLUS_LIBRARY)
+    message(FATAL_ERROR "libgdiplus is missing (Debian package libgdiplus): run ./dev setup")
+  endif()
+  target_link_options(ks_gdiplus INTERFACE "LINKER:--as-needed")
+  target_link_libraries(ks_gdiplus INTERFACE "${KS_GDIPLUS_LIBRARY}")
+endif()
 
 if(MINGW)
   # Header-only packages live in the build machine's include folder, which a cross compiler must not
