@@ -1,0 +1,86 @@
+// How one frame is sampled: what is counted where, and the memory for it. No host types.
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <memory>
+#include <mutex>
+
+#include "scopes/sampling/arena.h"
+#include "scopes/sampling/column_slots.h"
+#include "scopes/sampling/value_classes.h"
+#include "scopes/sampling/vector_map.h"
+
+namespace ks {
+
+/// Counters of one kind: for each slot of columns, `planes` runs of `stride` cells.
+struct CounterFamily {
+    bool on = false;
+    int planes = 0;
+    int stride = 0;  ///< cells of one plane, a multiple of eight; the last used one may be a spare
+    ColumnSlots slots;
+    std::vector<std::uint32_t> cell_of_column;  ///< first cell of each sampled column's slot
+    ArenaSpan<std::uint16_t> cells;
+
+    [[nodiscard]] std::size_t slot_cells() const {
+        return static_cast<std::size_t>(planes) * static_cast<std::size_t>(stride);
+    }
+};
+
+/// The vectorscope's counters: a few grids, each lent to one worker at a time, added up at the end.
+struct VectorGrids {
+    bool on = false;
+    VectorMap map;
+    int count = 0;               ///< grids
+    std::size_t cell_bytes = 0;  ///< 4 for counts, else a ColourCell
+    ArenaSpan<std::byte> memory;
+
+    [[nodiscard]] std::size_t grid_bytes() const {
+        return (map.cells() * cell_bytes + ArenaPlan::kLine - 1) / ArenaPlan::kLine *
+               ArenaPlan::kLine;
+    }
+};
+
+/// Cells of one histogram channel in a strip: the bins, then a spare one, on whole cache lines.
+inline constexpr int kBinStride = kHistogramBins + 16;
+
+/// Made once per frame by make_sample_plan; the workers only read it. Holds the address of its
+/// context.
+struct SamplePlan {
+    const ScopeSampleContext *context = nullptr;
+    int columns = 0;  ///< sampled columns of a row
+    int strips = 0;
+    int rows = 0;  ///< picture rows that may be sampled
+
+    bool waveform_rgb = false;       ///< from `rgb`
+    bool waveform_luma = false;      ///< from `luma`
+    bool parade_rgb = false;         ///< from `rgb` when parade_from_rgb, else from `parade`
+    bool parade_difference = false;  ///< Y, Cb, Cr, from `parade`
+    bool histogram_rgb = false;      ///< from `rgb` at 8 and 16 bits, else from `bins`
+    bool histogram_luma = false;     ///< from `bins`
+    bool parade_from_rgb = false;
+    bool bins_from_rgb = false;
+    bool needs_block = false;  ///< samples are needed as floats
+    bool checks_range = false;
+
+    RowMap waveform_rows;
+    std::array<RowMap, 3> parade_rows;
+    ValueClasses classes;  ///< of `rgb`
+    CounterFamily rgb, luma, parade;
+    ArenaSpan<std::uint32_t> bins;  ///< per strip, 3 channels of kBinStride
+    VectorGrids vectorscope;
+
+    std::size_t bytes = 0;  ///< of the block that the counters need
+
+    [[nodiscard]] bool bins_on() const { return bins.count != 0; }
+};
+
+/// Bytes that the vectorscope's grids may take together; at least one grid is always made.
+inline constexpr std::size_t kVectorGridBudget = std::size_t{24} << 20;
+
+/// Plans the pass for `context`, whose pixel format must be a known one and whose panels must be
+/// set. `threads` is the number of workers that may run at once, 0 or less for unknown. Picture
+/// rows beyond 65535, far more than a host has, are not sampled.
+SamplePlan make_sample_plan(const ScopeSampleContext &context, int threads);
+
+}  // namespace ks
