@@ -18,6 +18,7 @@ ColumnSlots make_column_slots(int columns, int step, int rows,
         const std::int64_t k = key(j * step);
         if (j % kStripColumns == 0 || k != last_key || members >= most) {
             slots.column.push_back(static_cast<std::uint32_t>(j * step));
+            slots.strip.push_back(static_cast<std::uint32_t>(j / kStripColumns));
             last_key = k;
             members = 0;
         }

@@ -17,6 +17,7 @@ inline constexpr int kStripColumns = 64;
 struct ColumnSlots {
     std::vector<std::uint32_t> of_column;  ///< slot of each sampled column, ascending
     std::vector<std::uint32_t> column;     ///< source column of each slot's first member
+    std::vector<std::uint32_t> strip;      ///< strip that each slot lies in
 
     [[nodiscard]] int count() const { return static_cast<int>(column.size()); }
 };

@@ -86,7 +86,8 @@ inline void count_difference(const SampleBlock &block, const std::array<RowMap, 
 }
 
 /// Samples of N channels by histogram bin, channel k from bins[k * kBinStride] on; see
-/// histogram_bin. What is not counted goes to the spare cell behind a channel's bins.
+/// histogram_bin. What is not counted goes to the spare cell behind a channel's bins. Neighbouring
+/// samples, which are often equal, count in different sets, so that none waits for the one before.
 template <std::size_t N>
 void count_bins(const std::array<const float *, N> &channels, int count, std::uint32_t *bins) {
     const __m128 zero = _mm_setzero_ps(), one = _mm_set1_ps(1.0f), scale = _mm_set1_ps(255.0f);
@@ -104,7 +105,8 @@ void count_bins(const std::array<const float *, N> &channels, int count, std::ui
         }
         const int last = count - i < 4 ? count - i : 4;
         for (int j = 0; j < last; ++j) {
-            for (std::size_t k = 0; k < N; ++k) ++bins[k * kBinStride + cells[k][j]];
+            std::uint32_t *const set = bins + j % kBinSets * kBinSetCells;
+            for (std::size_t k = 0; k < N; ++k) ++set[k * kBinStride + cells[k][j]];
         }
     }
 }

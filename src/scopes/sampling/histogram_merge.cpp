@@ -55,11 +55,13 @@ void HistogramMerge::finish_shared(std::uint32_t *bins) const {
 
 void HistogramMerge::finish_strips(std::uint32_t *bins, int channels) const {
     for (int strip = 0; strip < plan_.strips; ++strip) {
-        const std::uint32_t *const counts = sampler_.strip_bins(strip);
+        const std::uint32_t *counts = sampler_.strip_bins(strip);
         if (counts == nullptr) continue;
-        for (int k = 0; k < channels; ++k) {
-            for (int bin = 0; bin < kHistogramBins; ++bin) {
-                bins[k * kHistogramBins + bin] += counts[k * kBinStride + bin];
+        for (int set = 0; set < kBinSets; ++set, counts += kBinSetCells) {
+            for (int k = 0; k < channels; ++k) {
+                for (int bin = 0; bin < kHistogramBins; ++bin) {
+                    bins[k * kHistogramBins + bin] += counts[k * kBinStride + bin];
+                }
             }
         }
     }

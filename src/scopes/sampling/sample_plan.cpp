@@ -109,7 +109,7 @@ void plan_rows(const ScopeSampleContext &c, SamplePlan &plan, ArenaPlan &arena) 
     }
     if (plan.histogram_luma || (plan.histogram_rgb && !plan.bins_from_rgb)) {
         plan.bins =
-            arena.reserve<std::uint32_t>(static_cast<std::size_t>(plan.strips) * 3 * kBinStride);
+            arena.reserve<std::uint32_t>(static_cast<std::size_t>(plan.strips) * kStripBins);
     }
 }
 

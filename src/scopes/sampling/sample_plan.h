@@ -43,6 +43,10 @@ struct VectorGrids {
 
 /// Cells of one histogram channel in a strip: the bins, then a spare one, on whole cache lines.
 inline constexpr int kBinStride = kHistogramBins + 16;
+/// A strip has several sets of three channels, which are added up in the end.
+inline constexpr int kBinSets = 4;
+inline constexpr int kBinSetCells = 3 * kBinStride;
+inline constexpr int kStripBins = kBinSets * kBinSetCells;
 
 /// Made once per frame by make_sample_plan; the workers only read it. Holds the address of its
 /// context.
@@ -67,7 +71,7 @@ struct SamplePlan {
     std::array<RowMap, 3> parade_rows;
     ValueClasses classes;  ///< of `rgb`
     CounterFamily rgb, luma, parade;
-    ArenaSpan<std::uint32_t> bins;  ///< per strip, 3 channels of kBinStride
+    ArenaSpan<std::uint32_t> bins;  ///< kStripBins per strip
     VectorGrids vectorscope;
 
     std::size_t bytes = 0;  ///< of the block that the counters need

@@ -9,8 +9,6 @@
 namespace ks {
 namespace {
 
-constexpr std::size_t kStripBins = std::size_t{3} * kBinStride;
-
 /// Rows of other strips pass between two rows of one, so the next is fetched ahead.
 template <class P>
 void prefetch_run(const P *first, int bytes) {
@@ -136,9 +134,7 @@ void Sampler::clear_strip(int strip) {
 }
 
 const std::uint16_t *Sampler::slot_cells(const CounterFamily &family, int slot) const {
-    const std::uint32_t sample =
-        family.slots.column[static_cast<std::size_t>(slot)] / plan_.context->stepX;
-    if (touched_[sample / kStripColumns] == 0) return nullptr;
+    if (touched_[family.slots.strip[static_cast<std::size_t>(slot)]] == 0) return nullptr;
     return arena_.at(family.cells) + static_cast<std::size_t>(slot) * family.slot_cells();
 }
 

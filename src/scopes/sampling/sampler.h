@@ -28,7 +28,8 @@ class Sampler {
     [[nodiscard]] const SamplePlan &plan() const { return plan_; }
     /// Cells of a slot of `family`; null when no sample of its strip was taken.
     [[nodiscard]] const std::uint16_t *slot_cells(const CounterFamily &family, int slot) const;
-    /// A strip's counters, channel k from k * kBinStride on; null when no sample of it was taken.
+    /// A strip's sets of bins, channel k of a set from k * kBinStride on; null when no sample of it
+    /// was taken.
     [[nodiscard]] const std::uint32_t *strip_bins(int strip) const;
     [[nodiscard]] const GridPool &grids() const { return grids_; }
     /// Calls `f(y)` for every row that the parts sampled, in their order.

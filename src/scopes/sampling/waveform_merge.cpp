@@ -42,13 +42,20 @@ struct Drift {
     }
     /// Some is left for the lower powers of two and for the roundings of the sum itself.
     [[nodiscard]] bool too_far() const {
-        return std::max(std::abs(upper), std::abs(lower)) > 7e-6f || most > 1.8e-5f;
+        return std::max(std::abs(upper), std::abs(lower)) > 7e-6f || most > 9e-6f;
     }
 };
 
 /// A float channel below full scale, whose sum therefore counts.
 bool is_open(float sum) {
     return sum > 0.0f && sum < 1.0f + 1e-5f;
+}
+
+/// Plots that cannot drift too far on the way to `sum`, each rounded by at most half a last place
+/// of it: 2^-25 above 0.5.
+int safe_hits(float sum) {
+    constexpr int kAboveHalf = 230;
+    return sum >= 0.5f ? kAboveHalf : sum >= 0.25f ? 2 * kAboveHalf : 4 * kAboveHalf;
 }
 
 /// Slots that light column `x` with their first (column x) or second (column x + 1 of theirs) part.
@@ -152,38 +159,41 @@ void WaveformMerge<P>::draw_column(int x, float *scratch) const {
 /// Adding in turn may end further from the sum than is promised, in some pixel of the column.
 template <class P>
 bool WaveformMerge<P>::drifts(int x, float *const (&sums)[4]) const {
-    constexpr int kSafeHits = 230;  // each is rounded by at most 2^-25
-    constexpr int kChunk = 64;
     const int rows = plan_.waveform_rows.rows();
-    const auto open = [&](int row) {
-        return is_open(sums[0][row]) || is_open(sums[1][row]) || is_open(sums[2][row]);
-    };
-    for (int first = 0; first < rows; first += kChunk) {
-        const int last = std::min(first + kChunk, rows);
+    for (int first = 0; first < rows; first += RowHits::kRows) {
+        const int last = std::min(first + RowHits::kRows, rows);
         bool any = false;
-        for (int row = first; row < last && !any; ++row) any = open(row);
+        for (int row = first; row < last && !any; ++row) {
+            any = is_open(sums[0][row]) || is_open(sums[1][row]) || is_open(sums[2][row]);
+        }
         if (!any) continue;
-        std::uint16_t hits[kChunk]{};
-        count_hits(x, first, static_cast<std::size_t>(last - first + 7) / 8 * 8, hits);
+        RowHits hits;
+        count_hits(x, first, last - first, hits);
         for (int row = first; row < last; ++row) {
-            if (hits[row - first] > kSafeHits && open(row) && drifts_at(x, row, sums)) return true;
+            bool many = false;
+            for (std::size_t k = 0; k < 3; ++k) {
+                const int plots = hits.luma[row - first] + hits.traces[k][row - first];
+                many = many || (is_open(sums[k][row]) && plots > safe_hits(sums[k][row]));
+            }
+            if (many && drifts_at(x, row, sums)) return true;
         }
     }
     return false;
 }
 
-/// Adds up the plots of all traces in `count` rows from `first` on, a multiple of eight.
+/// Adds up the plots in `count` rows from `first` on.
 template <class P>
-void WaveformMerge<P>::count_hits(int x, int first, std::size_t count, std::uint16_t *hits) const {
+void WaveformMerge<P>::count_hits(int x, int first, int count, RowHits &hits) const {
+    const std::size_t cells_read = static_cast<std::size_t>(count + 7) / 8 * 8;
     for_slots_of(luma_, x, [&](int slot, const Increments &) {
         const std::uint16_t *const cells = sampler_.slot_cells(plan_.luma, slot);
-        if (cells != nullptr) add_hits(cells + first, count, hits);
+        if (cells != nullptr) add_hits(cells + first, cells_read, hits.luma);
     });
     const auto stride = static_cast<std::size_t>(plan_.rgb.stride);
     for_slots_of(rgb_, x, [&](int slot, const Increments &) {
         const std::uint16_t *const cells = sampler_.slot_cells(plan_.rgb, slot);
         for (std::size_t k = 0; cells != nullptr && k < 3; ++k) {
-            add_hits(cells + k * stride + first, count, hits);
+            add_hits(cells + k * stride + first, cells_read, hits.traces[k]);
         }
     });
 }

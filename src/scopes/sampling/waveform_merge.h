@@ -11,9 +11,8 @@ namespace ks {
 
 /// Draws the waveform one bitmap column at a time, from the source columns that light it, in their
 /// order. The colours come out as plotting every sample would leave them:
-///   float  within 1e-5, and 2e-5 where samples of different weight do not mix evenly on their way
-///          down the column. Columns where the roundings of that many additions could amount to
-///          more are plotted sample by sample;
+///   float  within 1e-5. Columns where the roundings of that many additions could amount to more
+///          are plotted sample by sample;
 ///   8 bit  equal. A plot adds a fixed number of codes unless its colour lies closer than 1/25000
 ///          below a whole number of them; columns with such a plot are plotted sample by sample;
 ///   16 bit equal, except that a plot whose colour lies within 1/1024 below a whole number of codes
@@ -45,6 +44,12 @@ class WaveformMerge {
         float plots = 0;  ///< full-weight plots that it amounts to, for alpha
         bool certain = true;
     };
+    /// Plots in a run of rows.
+    struct RowHits {
+        static constexpr int kRows = 64;
+        std::uint16_t luma[kRows]{};
+        std::uint16_t traces[3][kRows]{};  ///< red, green, blue
+    };
     struct SlotSplit {
         int first = 0;  ///< bitmap column; the second is the next
         Increments increments[2];
@@ -54,7 +59,7 @@ class WaveformMerge {
     std::vector<SlotSplit> split_slots(const ColumnSlots &slots) const;
     bool certain(int x, const std::vector<SlotSplit> &splits) const;
     bool drifts(int x, float *const (&sums)[4]) const;
-    void count_hits(int x, int first, std::size_t count, std::uint16_t *hits) const;
+    void count_hits(int x, int first, int count, RowHits &hits) const;
     bool drifts_at(int x, int row, float *const (&sums)[4]) const;
     void add_luma(int x, float *const (&sums)[4]) const;
     void add_traces(int x, float *classes, float *const (&sums)[4]) const;

@@ -112,8 +112,9 @@ TEST(CountingTest, bins_of_four_at_once_are_those_of_one) {
         pixels.push_back({1.0f, v, 1.0f - v, v * 0.5f});
     }
     const SampleBlock block = block_of(pixels);
-    std::vector<std::uint32_t> bins(3 * kBinStride), want(3 * kBinStride);
-    count_bins<3>({block.red, block.green, block.blue}, block.count, bins.data());
+    std::vector<std::uint32_t> sets(kStripBins), bins(kBinSetCells), want(kBinSetCells);
+    count_bins<3>({block.red, block.green, block.blue}, block.count, sets.data());
+    for (std::size_t i = 0; i < sets.size(); ++i) bins[i % bins.size()] += sets[i];
     for (const PixelF &p : pixels) {
         std::size_t channel = 0;
         for (const float v : {p.red, p.green, p.blue}) {
