@@ -1,9 +1,9 @@
 #include "render/corrected_world.h"
 
+#include "host/host_world.h"
 #include "host/scoped.h"
 #include "instance/record.h"
 #include "render/conversion.h"
-#include "host/host_world.h"
 
 namespace ks {
 

@@ -1,10 +1,10 @@
 #include "render/monitor_layouts.h"
 
+#include "host/host_world.h"
+#include "host/param_values.h"
 #include "render/compositing.h"
 #include "render/conversion.h"
 #include "render/corrected_world.h"
-#include "host/param_values.h"
-#include "host/host_world.h"
 #include "render/owned_world.h"
 #include "render/plot.h"
 

@@ -1,8 +1,8 @@
 #include "render/pipeline.h"
 
+#include "host/host_world.h"
 #include "render/compositing.h"
 #include "render/corrected_world.h"
-#include "host/host_world.h"
 #include "render/markers.h"
 #include "render/monitor_layouts.h"
 #include "render/scope_panels.h"

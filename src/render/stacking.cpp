@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "host/host_world.h"
 #include "host/scoped.h"
 #include "instance/record.h"
 #include "render/compositing.h"
-#include "host/host_world.h"
 
 namespace ks {
 namespace {

@@ -1,8 +1,8 @@
 #include "render/wipe.h"
 
-#include "render/compositing.h"
-#include "host/param_values.h"
 #include "host/host_world.h"
+#include "host/param_values.h"
+#include "render/compositing.h"
 #include "render/settings.h"
 
 namespace ks {

@@ -22,6 +22,12 @@ IntSize size_of_view(const WorldView &view) {
     return {view.width, view.height};
 }
 
+/// The slider goes from 100 to 200 percent. Far beyond, in a damaged project, nothing could be read
+/// off a scale; it counts as 100 then.
+bool is_usable_scale(double percent) {
+    return percent >= 1.0 && percent <= 10000.0;
+}
+
 void set_up_waveform(const ScopeSettings &settings, const LayoutUnits &units,
                      ScopeSampleContext &c) {
     const TraceArea area = trace_area(size_of_view(c.waveformBitmap), units);
@@ -37,8 +43,7 @@ void set_up_waveform(const ScopeSettings &settings, const LayoutUnits &units,
     c.lumaColour = times(kLumaTrace, c.waveformGain);
 }
 
-void set_up_parade(const ScopeSettings &settings, const LayoutUnits &units,
-                   ScopeSampleContext &c) {
+void set_up_parade(const ScopeSettings &settings, const LayoutUnits &units, ScopeSampleContext &c) {
     const TraceArea area = trace_area(size_of_view(c.paradeBitmap), units);
     const int width = (area.right - area.left) / 3;
     c.paradeMode = settings.parade_mode;
@@ -50,8 +55,8 @@ void set_up_parade(const ScopeSettings &settings, const LayoutUnits &units,
     c.paradeValueScale = c.valueScale;
     c.paradeXScale = static_cast<double>(width) / c.source.width;
     if (width <= 0) c.paradeOn = 0;
-    c.paradeGain = trace_gain(settings.parade_brightness,
-                              sampling_quality(settings.quality).factor, kParadeFactor);
+    c.paradeGain = trace_gain(settings.parade_brightness, sampling_quality(settings.quality).factor,
+                              kParadeFactor);
     const bool difference = c.paradeMode == ParadeMode::kYCbCr;
     if (c.paradeOn != 0 && difference) c.needLuma = 1;
     const std::array<Colour, 3> colours =
@@ -117,7 +122,7 @@ ScopeSampleContext make_sample_context(const SampledFrame &frame, const ScopeSet
     c.topY = units.label_band;
     c.subPixel = frame.high_quality ? 1 : 0;
     c.pixelFormat = frame.format;
-    if (frame.format == kFormatF && settings.max_waveform_scale > 0.0) {
+    if (frame.format == kFormatF && is_usable_scale(settings.max_waveform_scale)) {
         c.valueScale = 100.0 / settings.max_waveform_scale;
     }
     c.waveformBitmap = frame.panels[scope_slot(ScopeKind::kWaveform)];

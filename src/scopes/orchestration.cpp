@@ -50,11 +50,10 @@ SliceResult trace_slice(ErrorChain &chain, const ScopeSampleContext &context,
     if (context.muted != 0) return result;
     chain.step([&] {
         const PF_EffectWorld &panel = *scopes.panels[scope_slot(ScopeKind::kSlice)];
-        return draw_slice_trace(context.source, context.pixelFormat, view_of(panel),
-                                trace_area(size_of(panel), units),
-                                {settings.slice_mode, context.lumaMath, context.valueScale,
-                                 scopes.slice_fraction},
-                                result);
+        return draw_slice_trace(
+            context.source, context.pixelFormat, view_of(panel), trace_area(size_of(panel), units),
+            {settings.slice_mode, context.lumaMath, context.valueScale, scopes.slice_fraction},
+            result);
     });
     return result;
 }
@@ -68,8 +67,7 @@ PF_Err run_scopes(PF_InData *in_data, PF_OutData *out_data, PF_PixelFormat forma
     const FrameScale scale =
         make_frame_scale(ratio_of(in_data->pixel_aspect_ratio), ratio_of(in_data->downsample_x),
                          ratio_of(in_data->downsample_y));
-    const LayoutUnits units =
-        layout_units(label_scale(in_data->width, scopes.output_width), scale);
+    const LayoutUnits units = layout_units(label_scale(in_data->width, scopes.output_width), scale);
     chain.step([&] { return store_label_scale(suites, out_data, units.scale); });
     const ScopeSettings settings = read_scope_settings(chain, in_data, format, scopes);
     if (!chain.ok()) return chain.result();
@@ -85,9 +83,8 @@ PF_Err run_scopes(PF_InData *in_data, PF_OutData *out_data, PF_PixelFormat forma
                                        settings.histogram_height);
         });
     }
-    chain.step([&] {
-        return draw_graticules(in_data, out_data, scopes, context, slice, units, scale);
-    });
+    chain.step(
+        [&] { return draw_graticules(in_data, out_data, scopes, context, slice, units, scale); });
     return chain.result();
 }
 

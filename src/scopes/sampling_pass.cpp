@@ -13,8 +13,8 @@ namespace {
 constexpr A_long kMaxParts = 64;
 
 bool has_work(const ScopeSampleContext &c) {
-    const bool any = c.waveformOn != 0 || c.vectorscopeOn != 0 || c.paradeOn != 0 ||
-                     c.histogramOn != 0;
+    const bool any =
+        c.waveformOn != 0 || c.vectorscopeOn != 0 || c.paradeOn != 0 || c.histogramOn != 0;
     return c.muted == 0 && any && c.source.base != nullptr;
 }
 
@@ -51,7 +51,8 @@ PF_Err run_sampling_pass(SuiteCache &suites, ScopeSampleContext &context) {
     AEGP_IterateSuite1 &iterate = suites.iterate_generic();
     A_long threads = 0;
     if (const A_Err error = iterate.AEGP_GetNumThreads(&threads)) return error;
-    const A_long parts = threads > 0 ? std::min(threads, kMaxParts) : PF_Iterations_ONCE_PER_PROCESSOR;
+    const A_long parts =
+        threads > 0 ? std::min(threads, kMaxParts) : PF_Iterations_ONCE_PER_PROCESSOR;
 
     const SamplePlan plan = make_sample_plan(context, threads);
     PF_HandleSuite1 &handles = suites.handle();

@@ -10,7 +10,7 @@ namespace ks {
 /// Read once per frame; scopes that are off keep the initial values. No host types.
 struct ScopeSettings {
     LumaMath luma_math = LumaMath::k601;
-    std::int32_t quality = 3;  ///< "Sampling Quality": 1 low, 2 medium, else high
+    std::int32_t quality = 3;           ///< "Sampling Quality": 1 low, 2 medium, else high
     double max_waveform_scale = 100.0;  ///< percent; read for float pictures only
     TraceMode waveform_mode = TraceMode::kLuma;
     double waveform_brightness = 100.0;  ///< percent, like the others

@@ -18,8 +18,8 @@ void read_vectorscope(ErrorChain &chain, PF_InData *in_data, ScopeSettings &sett
 }
 
 void read_parade(ErrorChain &chain, PF_InData *in_data, ScopeSettings &settings) {
-    settings.parade_mode = read_popup(chain, in_data, kParamViewChannels) == 2 ? ParadeMode::kYCbCr
-                                                                               : ParadeMode::kRgb;
+    settings.parade_mode =
+        read_popup(chain, in_data, kParamViewChannels) == 2 ? ParadeMode::kYCbCr : ParadeMode::kRgb;
     settings.parade_brightness = read_slider(chain, in_data, kParamParadeBrightness);
 }
 
@@ -35,8 +35,8 @@ void read_histogram(ErrorChain &chain, PF_InData *in_data, ScopeSettings &settin
 ScopeSettings read_scope_settings(ErrorChain &chain, PF_InData *in_data, PF_PixelFormat format,
                                   const ScopeSet &scopes) {
     ScopeSettings settings;
-    settings.luma_math = read_popup(chain, in_data, kParamLuminanceMath) == 2 ? LumaMath::k709
-                                                                              : LumaMath::k601;
+    settings.luma_math =
+        read_popup(chain, in_data, kParamLuminanceMath) == 2 ? LumaMath::k709 : LumaMath::k601;
     settings.quality = read_popup(chain, in_data, kParamSamplingQuality);
     const bool waveforms = scopes.enabled(ScopeKind::kWaveform) ||
                            scopes.enabled(ScopeKind::kParade) || scopes.enabled(ScopeKind::kSlice);

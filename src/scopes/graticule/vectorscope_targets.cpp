@@ -36,6 +36,10 @@ constexpr std::array<Colour, kTargetHues> kHueColours{{{1.0f, 0.95f, 0.3f, 0.3f}
 /// closest to the centre, start further out.
 constexpr std::array<double, kTargetHues> kVectorStart{0.3, 0.35, 0.3, 0.3, 0.35, 0.3};
 
+/// As dark as the dark grey on black, but samples that lie under a vector show through: those of
+/// clean colour bars stand exactly at its end.
+constexpr Colour kVectorColour{0.5f, 0.5f, 0.5f, 0.5f};
+
 constexpr double kInnerTarget = 0.75;  ///< bars of 75 %
 
 // Of the target box: angles in radians, lengths as fractions of the radius.
@@ -144,7 +148,7 @@ void add_targets(ShapeList &shapes, const ScopeSampleContext &context) {
         const double start = kVectorStart[i];
         shapes.emplace_back(LineShape{
             centre.x + (outer.x - centre.x) * start, centre.y + (outer.y - centre.y) * start,
-            static_cast<double>(outer.x), static_cast<double>(outer.y), kDarkGrey, 1.0f});
+            static_cast<double>(outer.x), static_cast<double>(outer.y), kVectorColour, 1.0f});
         const Colour &colour = kHueColours[i];
         add_target_box(shapes, centre, outer, colour, 1.0f);
         add_target_box(shapes, centre, target_point(context, targets[i], kInnerTarget), colour,
