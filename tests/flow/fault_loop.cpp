@@ -35,11 +35,13 @@ std::size_t struck_at(Flow &flow) {
 
 Strike strike_of(Flow &flow, std::size_t at) {
     const auto &entries = flow.host().trace.entries();
-    Strike strike{flow.host().faults.struck_name(), flow.host().faults.struck_form(), 0, ""};
+    Strike strike{flow.host().faults.struck_name(), flow.host().faults.struck_form(), 0, "", ""};
     for (std::size_t i = 0; i <= at && i < entries.size(); ++i) {
         strike.ordinal += entries[i].call == strike.name;
         const bool suite = entries[i].call.starts_with("SPBasicSuite.");
-        if (i < at && !suite) strike.previous = entries[i].call;
+        if (i >= at || suite) continue;
+        strike.previous = entries[i].call;
+        strike.previous_arguments = entries[i].arguments;
     }
     return strike;
 }

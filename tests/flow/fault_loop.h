@@ -16,6 +16,7 @@ struct Strike {
     stage::FailureForm form = stage::FailureForm::kCode;
     int ordinal = 1;       // first, second ... call of that name in the run
     std::string previous;  // the last call before it that is no suite's acquisition
+    std::string previous_arguments;
 };
 
 struct FaultScenario {

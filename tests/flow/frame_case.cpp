@@ -1,5 +1,6 @@
 #include "flow/frame_case.h"
 
+#include "flow/panel_capture.h"
 #include "support/image_diff.h"
 
 namespace ks::flow {
@@ -42,6 +43,12 @@ std::string test_name() {
 
 }  // namespace
 
+void place_scopes(Flow &flow, const std::array<LayerPoint, 6> &positions) {
+    for (std::size_t kind = 1; kind <= 5; ++kind) {
+        flow.set_point(kPosition[kind], positions[kind].x, positions[kind].y);
+    }
+}
+
 FramePair run(const FrameCase &frame, stage::HostOptions options) {
     options.depth = frame.depth;
     Flow flow(options);
@@ -49,17 +56,20 @@ FramePair run(const FrameCase &frame, stage::HostOptions options) {
     if (frame.original) flow.set_original(*frame.original);
     flow.set_values(frame.settings);
     flow.set_point("Monitor Position", frame.monitor_position.x, frame.monitor_position.y);
-    for (std::size_t kind = 1; kind <= 5; ++kind) {
-        const LayerPoint &point = frame.scope_position[kind];
-        flow.set_point(kPosition[kind], point.x, point.y);
-    }
-    const oracle::FrameSettings settings = resolved(frame, flow.stacking_order());
-    FramePair pair;
-    pair.expected =
-        render_frame_oracle(frame.input, frame.original ? &*frame.original : nullptr, settings);
+    place_scopes(flow, frame.scope_position);
+    if (!frame.flat.empty()) flow.restore(frame.flat);
+    oracle::FrameSettings settings = resolved(frame, flow.stacking_order());
     stage::RenderSettings render;
     render.high_quality = frame.high_quality;
-    pair.actual = flow.frame(render);
+    FramePair pair;
+    pair.actual = frame_with_panels(flow, settings, frame.input.width, frame.input.height,
+                                    pair.panels, render);
+    for (std::size_t kind = 1; kind <= 5; ++kind) {
+        const bool composited = pair.panels[kind].width > 0;
+        settings.panel_pictures[kind] = composited ? &pair.panels[kind] : nullptr;
+    }
+    pair.expected =
+        render_frame_oracle(frame.input, frame.original ? &*frame.original : nullptr, settings);
     expect_same_order(pair.expected.order, flow.stacking_order());
     return pair;
 }

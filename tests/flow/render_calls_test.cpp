@@ -56,6 +56,41 @@ Calls stacked(int index, const std::string &size, const std::string &at) {
 
 const Calls kOrderLock{"host_lock_handle", "host_unlock_handle"};
 
+// Label scale into the record; how to measure; the pass: counters, counting, drawing; what only
+// graticules depend on.
+Calls measured(const std::vector<int> &measuring, const std::vector<int> &graticules) {
+    const Calls pass{"AEGP_GetNumThreads",  "host_new_handle",     "host_lock_handle",
+                     "AEGP_IterateGeneric", "AEGP_IterateGeneric", "host_unlock_handle",
+                     "host_dispose_handle"};
+    return Calls{"host_lock_handle", "host_unlock_handle"} + read(measuring) + pass +
+           read(graticules);
+}
+
+// One panel's graticule: the raster, the bitmap over it that goes at once, the graphics; back.
+Calls drawn() {
+    return {"abort",
+            "host_new_handle",
+            "host_lock_handle",
+            "host_new_handle",
+            "host_lock_handle",
+            "host_new_handle",
+            "host_lock_handle",
+            "host_unlock_handle",
+            "host_dispose_handle",
+            "host_unlock_handle",
+            "abort",
+            "host_lock_handle",
+            "host_unlock_handle",
+            "host_dispose_handle",
+            "host_unlock_handle",
+            "host_dispose_handle"};
+}
+
+// The scopes of a new instance: luma and quality; waveform, vectorscope, parade; scale and guides,
+// layout and lines of the vectorscope.
+const Calls kThreeScopes = measured({59, 64, 26, 29, 33, 34, 40, 15, 45}, {62, 63, 32, 35, 36}) +
+                           drawn() + drawn() + drawn();
+
 // The three scopes of a new instance for an output of 100 by 80: aspect 0.8, sizes 200.
 const Calls kThreeWorlds{"new_world 200x178", "new_world 200x178", "new_world 200x218"};
 const Calls kThreeStacked = stacked(43, "200x178", "(3,3)") + stacked(38, "200x218", "(2,2)") +
@@ -132,18 +167,18 @@ TEST_F(RenderCalls, cancelled_frame_renders_nothing_and_checks_both_layers_in) {
 TEST_F(RenderCalls, single_layout_with_the_scopes_of_a_new_instance) {
     scene();
     flow.set("Monitor Layout", 1);
-    const Calls expected = kOpen + settings({28, 44, 39}) + kThreeWorlds +
-                           Calls{"new_world 100x80"} + kIdentity + Calls{"copy"} + kOrderLock +
-                           kThreeStacked + Calls{"dispose_world"} + kClose;
-    EXPECT_EQ(render_calls(), expected);
+    const Calls head = kOpen + settings({28, 44, 39}) + kThreeWorlds;
+    const Calls corrected = Calls{"new_world 100x80"} + kIdentity;
+    const Calls foot = Calls{"copy"} + kOrderLock + kThreeStacked + Calls{"dispose_world"} + kClose;
+    EXPECT_EQ(render_calls(), head + corrected + kThreeScopes + foot);
     flow.set("Apply Corrections", 2);
-    EXPECT_EQ(render_calls(), expected);
+    EXPECT_EQ(render_calls(), head + kThreeScopes + corrected + foot);
 }
 
 TEST_F(RenderCalls, four_way_layouts_make_three_tiles_one_after_the_other) {
     scene();
     const Calls head = kOpen + settings({28, 44, 39}) + kThreeWorlds + Calls{"new_world 100x80"} +
-                       kIdentity + Calls{"fill", "transform_world"};
+                       kIdentity + kThreeScopes + Calls{"fill", "transform_world"};
     const Calls foot = kOrderLock + kThreeStacked + Calls{"dispose_world"} + kClose;
     flow.set("Monitor Layout", 4);
     EXPECT_EQ(render_calls(), head + tile("25x20", "(25,60)") + tile("25x20", "(50,60)") +
@@ -157,7 +192,7 @@ TEST_F(RenderCalls, windowed_layout_reads_its_position_and_size) {
     scene();
     flow.set("Monitor Layout", 6);
     const Calls expected = kOpen + settings({28, 44, 39}) + kThreeWorlds +
-                           Calls{"new_world 100x80"} + kIdentity + read({4, 5}) +
+                           Calls{"new_world 100x80"} + kIdentity + kThreeScopes + read({4, 5}) +
                            Calls{"fill", "transform_world"} + kOrderLock + kThreeStacked +
                            Calls{"dispose_world"} + kClose;
     EXPECT_EQ(render_calls(), expected);
@@ -170,8 +205,8 @@ TEST_F(RenderCalls, scopes_only_makes_no_corrected_world) {
     flow.set("Compare with Original", 50);
     for (const int corrections : {1, 2}) {
         flow.set("Apply Corrections", corrections);
-        EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39}) + kThreeWorlds + Calls{"fill"} +
-                                      kOrderLock + kThreeStacked + kClose);
+        EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39}) + kThreeWorlds + kThreeScopes +
+                                      Calls{"fill"} + kOrderLock + kThreeStacked + kClose);
     }
 }
 
@@ -194,15 +229,19 @@ TEST_F(RenderCalls, five_scopes_are_made_in_walk_order_and_stacked_from_the_back
                          stacked(38, "200x218", "(2,2)") + stacked(43, "200x178", "(3,3)") +
                          stacked(27, "200x178", "(1,1)");
     const Calls bins_freed{"host_unlock_handle", "host_dispose_handle"};
-    EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39, 51, 49, 56}) + worlds + Calls{"fill"} +
-                                  kOrderLock + placed + bins_freed + kClose);
+    const Calls scopes =
+        measured({59, 64, 26, 29, 33, 34, 40, 15, 45, 48, 54, 56}, {62, 63, 32, 35, 36}) + drawn() +
+        drawn() + drawn() + drawn() + drawn();
+    EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39, 51, 49, 56}) + worlds + scopes +
+                                  Calls{"fill"} + kOrderLock + placed + bins_freed + kClose);
 }
 
 TEST_F(RenderCalls, stored_order_is_kept_while_its_count_fits_and_replaced_otherwise) {
     scene();
     flow.set("Monitor Layout", 7);
     flow.restore({0, 2, 1, 3, 0, 0, 3, 1});
-    const Calls head = kOpen + settings({28, 44, 39}) + kThreeWorlds + Calls{"fill"} + kOrderLock;
+    const Calls head =
+        kOpen + settings({28, 44, 39}) + kThreeWorlds + kThreeScopes + Calls{"fill"} + kOrderLock;
     EXPECT_EQ(render_calls(), head + stacked(43, "200x178", "(3,3)") +
                                   stacked(27, "200x178", "(1,1)") +
                                   stacked(38, "200x218", "(2,2)") + kClose);
@@ -256,14 +295,30 @@ TEST_F(RenderCalls, corrections_build_their_tables_once_per_gamma_and_ask_for_ab
     EXPECT_EQ(render_calls(), head + Calls{"pow x767"} + foot) << "back again is built again";
 }
 
-TEST_F(RenderCalls, muting_the_active_scopes_changes_no_call_of_the_frame) {
+TEST_F(RenderCalls, muted_scopes_are_not_measured_and_the_vectorscope_is_not_drawn) {
     scene();
-    const Calls before = render_calls();
+    flow.set("Monitor Layout", 7);
     flow.set("REN", 1);
-    EXPECT_EQ(render_calls(), before);
+    const Calls scopes = Calls{"host_lock_handle", "host_unlock_handle"} +
+                         read({59, 64, 26, 29, 33, 34, 40, 15, 45, 62, 63}) + drawn() + drawn();
+    EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39}) + kThreeWorlds + scopes +
+                                  Calls{"fill"} + kOrderLock + kThreeStacked + kClose);
 }
 
-TEST_F(RenderCalls, each_suite_is_acquired_once_per_frame) {
+TEST_F(RenderCalls, float_waveforms_read_their_scale_and_a_reference_line_its_colour) {
+    flow.host().options.depth = stage::Depth::Float;
+    scene();
+    flow.set("Monitor Layout", 7);
+    flow.set("Show Reference Line", 1);
+    const Calls scopes =
+        measured({59, 64, 60, 26, 29, 33, 34, 40, 15, 45}, {62, 63, 32, 35, 36, 37}) + drawn() +
+        drawn() + drawn();
+    EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39}) + kThreeWorlds + scopes +
+                                  Calls{"fill"} + kOrderLock + kThreeStacked + kClose);
+}
+
+// The drawing surface takes the handle suite for itself: it is made and released on its own.
+TEST_F(RenderCalls, each_suite_is_acquired_once_per_frame_by_the_render_and_by_the_scopes) {
     scene();
     flow.set("Monitor Gamma", 2);
     flow.set("Monitor Layout", 3);
@@ -273,9 +328,11 @@ TEST_F(RenderCalls, each_suite_is_acquired_once_per_frame) {
         if (entry.call == "SPBasicSuite.AcquireSuite") acquired.push_back(entry.arguments);
     }
     std::sort(acquired.begin(), acquired.end());
-    EXPECT_EQ(acquired, (std::vector<std::string>{
-                            "\"PF Handle Suite\", 2", "\"PF Iterate8 Suite\", 1",
-                            "\"PF World Suite\", 2", "\"PF World Transform Suite\", 1"}));
+    const std::string handle = "\"PF Handle Suite\", 2";
+    EXPECT_EQ(acquired,
+              (std::vector<std::string>{"\"AEGP Iterate Suite\", 1", handle, handle, handle, handle,
+                                        handle, "\"PF Iterate8 Suite\", 1", "\"PF World Suite\", 2",
+                                        "\"PF World Transform Suite\", 1"}));
 }
 
 }  // namespace

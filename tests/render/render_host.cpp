@@ -33,7 +33,10 @@ RenderHost::RenderHost(PF_PixelFormat world_format, int width, int height) : for
     fill_iterate<PF_Iterate8Suite1, PF_Pixel>(iterate8_, kPFIterate8Suite, 1);
     fill_iterate<PF_iterate16Suite1, PF_Pixel16>(iterate16_, kPFIterate16Suite, 1);
     fill_iterate<PF_iterateFloatSuite1, PF_PixelFloat>(iterate_float_, kPFIterateFloatSuite, 1);
+    fill_generic_iterate();
     host.in.quality = PF_Quality_HI;
+    host.in.width = width;
+    host.in.height = height;
     host.in.pixel_aspect_ratio = {1, 1};
     host.in.downsample_x = {1, 1};
     host.in.downsample_y = {1, 1};
@@ -236,6 +239,25 @@ void RenderHost::fill_iterate(Suite &suite, const char *name, int version) {
         return iterate_pixels<Pixel>(call, from, to, src, area, refcon, f, dst);
     };
     host.suites[{name, version}] = &suite;
+}
+
+void RenderHost::fill_generic_iterate() {
+    static constexpr A_long kProcessors = 2;
+    iterate_generic_.AEGP_GetNumThreads = [](A_long *threads) {
+        *threads = kProcessors;
+        return current()->host.calls.step("get_num_threads");
+    };
+    iterate_generic_.AEGP_IterateGeneric = [](A_long parts, void *refcon,
+                                              A_Err (*f)(void *, A_long, A_long, A_long)) {
+        const A_Err error = current()->host.calls.step(joined("iterate_generic ", parts));
+        if (error != 0) return error;
+        for (A_long i = 0; i < parts; ++i) {
+            const A_Err stopped = f(refcon, 0, i, parts);
+            if (stopped != 0) return stopped;
+        }
+        return A_Err{0};
+    };
+    host.suites[{kAEGPIterateSuite, kAEGPIterateSuiteVersion1}] = &iterate_generic_;
 }
 
 }  // namespace ks

@@ -13,11 +13,13 @@
 #include "hostapi/host.h"
 #include "instance/record.h"
 #include "params/param_table.h"
+#include "stage/binary/gdiplus_runtime.h"
 #include "support/fake_host.h"
 
 namespace ks {
 
-/// A frame at HD with the parameters' defaults; 8-bit unless told otherwise.
+/// A frame at HD with the parameters' defaults; 8-bit unless told otherwise. The host has two
+/// processors and runs their parts one after the other.
 class RenderHost {
   public:
     explicit RenderHost(PF_PixelFormat format = PF_PixelFormat_ARGB32, int width = 1920,
@@ -76,6 +78,7 @@ class RenderHost {
                                  const PF_Rect *area, void *refcon,
                                  PF_Err (*f)(void *, A_long, A_long, Pixel *, Pixel *),
                                  PF_EffectWorld *dst);
+    void fill_generic_iterate();
     [[nodiscard]] int pixel_bytes() const;
 
     PF_WorldSuite2 worlds_{};
@@ -83,6 +86,8 @@ class RenderHost {
     PF_Iterate8Suite1 iterate8_{};
     PF_iterate16Suite1 iterate16_{};
     PF_iterateFloatSuite1 iterate_float_{};
+    AEGP_IterateSuite1 iterate_generic_{};
+    stage::GdiplusRuntime gdiplus_;               ///< the scopes are drawn with the real one
     std::map<void *, std::vector<char>> pixels_;  ///< by base address
     int live_worlds_ = 0;
     int open_params_ = 0;
