@@ -57,7 +57,7 @@ void add_frames(int width, int height, int bits, int threads) {
         benchmark::RegisterBenchmark(name.c_str(), frame, kLayouts[i], width, height, bits, threads)
             ->UseManualTime()
             ->Unit(benchmark::kMillisecond)
-            ->Iterations(width > 1920 ? 3 : 8);
+            ->Iterations(width > 1920 ? 1 : 5);
     }
 }
 

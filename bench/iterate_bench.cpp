@@ -96,7 +96,10 @@ void host_copy(benchmark::State &state) {
 }
 
 void views_and_threads(benchmark::internal::Benchmark *bench) {
-    bench->ArgNames({"view", "threads"})->Unit(benchmark::kMillisecond)->UseRealTime();
+    bench->ArgNames({"view", "threads"})
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->MinTime(0.1);
     for (const int view : {1, 3, 7}) {
         for (const int threads : {1, 2}) bench->Args({view, threads});
     }

@@ -47,7 +47,7 @@ void identity_copy(benchmark::State &state) {
 }
 
 void all_views(benchmark::internal::Benchmark *bench) {
-    bench->ArgName("view")->DenseRange(1, 8)->Unit(benchmark::kMillisecond);
+    bench->ArgName("view")->DenseRange(1, 8)->Unit(benchmark::kMillisecond)->MinTime(0.1);
 }
 
 BENCHMARK_TEMPLATE(view_conversion, PF_Pixel)->Apply(all_views);

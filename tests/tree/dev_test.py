@@ -1,6 +1,7 @@
 """The command `dev`, run in a copy of the tree's skeleton. The programs that it calls (apt-get,
 cmake, ctest, ...) are stand-ins that write down how they were called."""
 
+import json
 import os
 import pathlib
 import shutil
@@ -222,16 +223,88 @@ class Sanitize(DevTest):
         self.assertIn("ctest ", self.called())
 
 
+def median(name, milliseconds, **counters):
+    return {"run_name": name + "/iterations:3/repeats:5/manual_time", "aggregate_name": "median",
+            "real_time": milliseconds, **counters}
+
+
+FRAME = "1920x1080/8bit/max/natural"
+FIGURES = {"context": {"natural_picture": "a.jpg"}, "benchmarks": [
+    median(f"scopes/pass/{FRAME}/threads:1", 20.0, MiB=1.0, MiB_64_parts=65.5, set_up_ms=0.1,
+           merge_ms=2.0),
+    median(f"scopes/pass/{FRAME}/threads:2", 13.0, MiB=2.0, MiB_64_parts=65.5, set_up_ms=0.1,
+           merge_ms=2.0),
+    median(f"scopes/literal/{FRAME}", 300.0)]}
+
+
 class Bench(DevTest):
-    def test_keeps_its_figures_as_json(self):
+    def setUp(self):
+        super().setUp()
         self.script(self.tree / "build/linux-release/ks_bench",
-                    'for a; do [[ $a != --benchmark_out=* ]] || echo {} > "${a#*=}"; done\n' + CALL)
+                    'for a; do [[ $a != --benchmark_out=* ]] || echo "$FIGURES" > "${a#*=}"; done\n'
+                    + CALL)
+        self.script(self.tree / "bench/peer-ffmpeg", CALL + 'printf "ffmpeg 9\\n$2 8 25.0\\n"\n')
+        shutil.copy2(SOURCE / "bench/scope_table.py", self.tree / "bench")
+        self.stand_in("ffmpeg", "")
+        os.environ["FIGURES"] = json.dumps(FIGURES)
+        self.addCleanup(os.environ.pop, "FIGURES")
+
+    def row(self, output, *cells):
+        """The cells behind `cells` of the table row that starts with them."""
+        for line in output.splitlines():
+            found = [cell.strip() for cell in line.split("|")[1:-1]]
+            if found[:len(cells)] == list(cells):
+                return found[len(cells):]
+        self.fail(f"no row {cells} in\n{output}")
+
+    def test_keeps_its_figures_as_json(self):
+        os.environ["FIGURES"] = "{}"
         result = self.dev("bench", "--", "--benchmark_filter=view")
         self.assertEqual(result.returncode, 0, result.stderr)
         kept = pathlib.Path(result.stdout.splitlines()[-1])
         self.assertEqual(kept.parent, self.tree / "out/bench")
         self.assertEqual(kept.read_text(), "{}\n")
         self.assertIn(" --benchmark_filter=view\n", self.called())
+        self.assertNotIn("peer-ffmpeg", self.called())
+
+    def test_prints_the_table_with_its_ratios(self):
+        result = self.dev("bench")
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("peer-ffmpeg ", self.called())
+        self.assertEqual(self.row(result.stdout, "1920x1080", "8", "max", "natural")[:4],
+                         ["20.0", "0.65", "15.0", "0.80"])
+        self.assertEqual(self.row(result.stdout, "1920x1080, 8, max: 2 threads / 1"),
+                         ["0.65", "at most 0.6", "missed"])
+        self.assertEqual(self.row(result.stdout, "1920x1080, 8, max: literal / pass"),
+                         ["15.00", "at least 8", "met"])
+        kept = pathlib.Path(result.stdout.splitlines()[-1]).with_suffix(".md")
+        self.assertIn(kept.read_text(), result.stdout)
+
+    def test_quick_times_one_size(self):
+        self.assertEqual(self.dev("bench", "quick", "--", "--x").returncode, 0)
+        self.assertIn("natural|graticules) --x\n", self.called())
+        self.assertIn("bench_picture 1920x1080\n", self.called())
+
+    def test_does_without_ffmpeg(self):
+        for name in ("bash", "env", "sed", "sort", "comm", "dirname", "readlink", "mkdir", "date",
+                     "python3", "tee", "basename", "nproc", "cat"):
+            os.symlink(shutil.which(name), self.programs / name)
+        (self.programs / "ffmpeg").unlink()
+        result = subprocess.run([self.tree / "dev", "bench"], text=True, capture_output=True,
+                                env={"PATH": str(self.programs), "CALLS": str(self.calls),
+                                     "FIGURES": os.environ["FIGURES"]}, timeout=60)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        self.assertIn("ffmpeg is not installed", result.stdout)
+        self.assertEqual(self.row(result.stdout, "1920x1080", "8", "max", "natural")[2:4],
+                         ["15.0", ""])
+
+    def test_ffmpeg_that_fails_fails_the_benchmarks(self):
+        self.script(self.tree / "bench/peer-ffmpeg", "exit 3\n")
+        self.assert_fails(self.dev("bench"), 1, "dev: ffmpeg could not be timed")
+
+    def test_figures_that_cannot_be_read_fail(self):
+        os.environ["FIGURES"] = "{"
+        self.assert_fails(self.dev("bench"), 1, "dev: the figures could not be read")
 
 
 class Clean(DevTest):
