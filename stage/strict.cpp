@@ -28,6 +28,9 @@ constexpr KnownDeparture kDepartures[] = {
      "the first panel refresh sets scope sizes, in a command whose values a host may ignore"},
     {"params.update_ui_ignored", "PF_Cmd_UPDATE_PARAMS_UI", "valid range",
      "the first panel refresh widens valid ranges, which a host takes from PARAMS_SETUP alone"},
+    {"params.update_ui_ignored", "PF_Cmd_USER_CHANGED_PARAM", "valid range",
+     "RESET refreshes the panel of the new record, and so widens valid ranges as the first "
+     "refresh"},
 };
 
 bool is_known(std::string_view check, std::string_view command, std::string_view text) {

@@ -8,7 +8,10 @@
 #include "entry/smart_render.h"
 #include "hostapi/constants.h"
 #include "instance/sequence.h"
+#include "params/panel_edits.h"
+#include "params/panel_refresh.h"
 #include "params/params_setup.h"
+#include "ui/events.h"
 
 #if defined(_WIN32)
 // The module definition file exports it.
@@ -23,6 +26,7 @@ namespace {
 struct Call {
     PF_InData *in_data;
     PF_OutData *out_data;
+    PF_ParamDef **params;
     void *extra;
 };
 
@@ -44,6 +48,18 @@ constexpr Command kCommands[] = {
      [](const Call &c) { return sequence_flatten(c.in_data, c.out_data); }},
     {PF_Cmd_SEQUENCE_SETDOWN,
      [](const Call &c) { return sequence_setdown(c.in_data, c.out_data); }},
+    {PF_Cmd_USER_CHANGED_PARAM,
+     [](const Call &c) {
+         return user_changed_param(c.in_data, c.out_data, c.params,
+                                   static_cast<PF_UserChangedParamExtra *>(c.extra));
+     }},
+    {PF_Cmd_UPDATE_PARAMS_UI,
+     [](const Call &c) { return update_params_ui(c.in_data, c.out_data, c.params); }},
+    {PF_Cmd_EVENT,
+     [](const Call &c) {
+         return handle_event(c.in_data, c.out_data, c.params,
+                             static_cast<PF_EventExtra *>(c.extra));
+     }},
     {PF_Cmd_SMART_PRE_RENDER,
      [](const Call &c) {
          return smart_pre_render(c.in_data, static_cast<PF_PreRenderExtra *>(c.extra));
@@ -81,10 +97,10 @@ PF_Err dispatch_throwing_integers(PF_Cmd number, const Call &call) {
 }  // namespace ks
 
 KS_EXPORT PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData *in_data, PF_OutData *out_data,
-                                PF_ParamDef *[], PF_LayerDef *, void *extra) {
+                                PF_ParamDef *params[], PF_LayerDef *, void *extra) {
     static_assert(sizeof KS_ENTRY_POINT == sizeof "EntryPointFunc");
     try {
-        return ks::dispatch_throwing_integers(cmd, {in_data, out_data, extra});
+        return ks::dispatch_throwing_integers(cmd, {in_data, out_data, params, extra});
     } catch (PF_Err error) {
         return error;
     }

@@ -49,6 +49,35 @@ TEST_F(Dispatch, sequence_commands_run_a_whole_life) {
     EXPECT_EQ(host.out.sequence_data, nullptr);
 }
 
+TEST_F(Dispatch, panel_edits_reach_the_stacking_order) {
+    project.effect_layer = &project.add(AEGP_LayerFlag_VIDEO_ACTIVE, 1920, 1080);
+    ASSERT_EQ(send(PF_Cmd_SEQUENCE_SETUP), 0);
+    host.next_command();
+    PF_UserChangedParamExtra parade_moved{43};
+    EXPECT_EQ(send(PF_Cmd_USER_CHANGED_PARAM, &parade_moved), 0);
+    const std::vector<char> &record = host.bytes(host.out.sequence_data);
+    EXPECT_EQ(std::vector<char>(record.begin() + 3080, record.begin() + 3086),
+              (std::vector<char>{3, 1, 2, 0, 0, 3}));
+}
+
+TEST_F(Dispatch, panel_edit_without_a_record_is_512) {
+    PF_UserChangedParamExtra parade_moved{43};
+    EXPECT_EQ(send(PF_Cmd_USER_CHANGED_PARAM, &parade_moved), 512);
+}
+
+TEST_F(Dispatch, panel_refresh_gets_the_parameters) {
+    EXPECT_EQ(send(PF_Cmd_UPDATE_PARAMS_UI), 0) << "there are none to refresh";
+    EXPECT_TRUE(host.calls.log.empty());
+    std::vector<PF_ParamDef> defs(69);
+    std::vector<PF_ParamDef *> params;
+    for (PF_ParamDef &def : defs) params.push_back(&def);
+    params.push_back(nullptr);
+    host.refused.insert(kAEGPPFInterfaceSuite);
+    EXPECT_EQ(EntryPointFunc(PF_Cmd_UPDATE_PARAMS_UI, &host.in, &host.out, params.data(), nullptr,
+                             nullptr),
+              516);
+}
+
 TEST_F(Dispatch, missing_basic_suite_is_516_from_every_command_that_needs_suites) {
     give_sequence_data();
     host.in.pica_basicP = nullptr;
@@ -56,6 +85,31 @@ TEST_F(Dispatch, missing_basic_suite_is_516_from_every_command_that_needs_suites
                            PF_Cmd_SEQUENCE_FLATTEN, PF_Cmd_SEQUENCE_SETDOWN}) {
         EXPECT_EQ(send(command), 516) << command;
     }
+}
+
+TEST_F(Dispatch, event_reaches_the_handles) {
+    // Any drag in the composition window is marked as handled; slot 0 holds no drag.
+    PF_Context context{};
+    PF_Context *handle = &context;
+    PF_EventExtra event{};
+    event.contextH = &handle;
+    event.e_type = PF_Event_DRAG;
+    event.u.do_click.continue_refcon[0] = -1;
+    PF_ParamDef *params[69]{};
+    EXPECT_EQ(EntryPointFunc(PF_Cmd_EVENT, &host.in, &host.out, params, nullptr, &event), 0);
+    EXPECT_EQ(event.evt_out_flags, PF_EO_HANDLED_EVENT);
+}
+
+TEST_F(Dispatch, event_that_needs_a_suite_that_is_refused_is_516) {
+    PF_Context context{};
+    PF_Context *handle = &context;
+    PF_EventExtra event{};
+    event.contextH = &handle;
+    event.e_type = PF_Event_DRAW;
+    PF_ParamDef definitions[69]{};
+    PF_ParamDef *params[69];
+    for (int i = 0; i < 69; ++i) params[i] = &definitions[i];
+    EXPECT_EQ(EntryPointFunc(PF_Cmd_EVENT, &host.in, &host.out, params, nullptr, &event), 516);
 }
 
 TEST_F(Dispatch, thrown_integer_is_the_result) {

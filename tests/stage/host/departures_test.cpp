@@ -42,6 +42,8 @@ const Departure kDepartures[] = {
      "params.write in PF_Cmd_USER_CHANGED_PARAM"},
     {"change_valid_range", "params.update_ui_ignored in PF_Cmd_UPDATE_PARAMS_UI", "change_default",
      "params.update_ui_ignored in PF_Cmd_UPDATE_PARAMS_UI"},
+    {"change_valid_range_on_edit", "params.update_ui_ignored in PF_Cmd_USER_CHANGED_PARAM",
+     "change_default_on_edit", "params.update_ui_ignored in PF_Cmd_USER_CHANGED_PARAM"},
 };
 
 void live(RogueSession &rogue, const char *fault) {
