@@ -154,15 +154,6 @@ void free_graphics_memory(PF_HandleSuite1 &handles, DrawSurface &surface) {
     surface.graphics = nullptr;
 }
 
-std::uint32_t denominator(const PF_RationalScale &scale) {
-    return scale.den != 0 ? scale.den : 1;
-}
-
-// A ratio that is missing counts as that of square pixels.
-double aspect(const PF_RationalScale &ratio) {
-    return ratio.num > 0 && ratio.den != 0 ? static_cast<double>(ratio.num) / ratio.den : 1.0;
-}
-
 }  // namespace
 
 DrawSurface describe_surface(const PF_InData &in_data, PF_PixelFormat format,
@@ -170,9 +161,10 @@ DrawSurface describe_surface(const PF_InData &in_data, PF_PixelFormat format,
     DrawSurface surface;
     surface.format = format;
     surface.world = world;
-    surface.den_x = denominator(in_data.downsample_x);
-    surface.den_y = denominator(in_data.downsample_y);
-    surface.pixel_aspect = aspect(in_data.pixel_aspect_ratio);
+    const FrameScale frame = frame_scale_of(in_data);
+    surface.den_x = frame.den_x;
+    surface.den_y = frame.den_y;
+    surface.pixel_aspect = frame.pixel_aspect;
     surface.scale = scale;
     return surface;
 }

@@ -1,8 +1,10 @@
-// Host worlds and the host-free types of the pixel routines: conversions, nothing else.
+// Host worlds and scales as the host-free types of the pixel routines: conversions, nothing else.
 #pragma once
 
 #include "hostapi/constants.h"
 #include "hostapi/effect_types.h"
+#include "hostapi/in_out_data.h"
+#include "render/layout.h"
 #include "render/pixel_format.h"
 #include "render/world_view.h"
 
@@ -25,6 +27,16 @@ inline IntSize size_of(const PF_EffectWorld &world) {
 /// Left 0, top 0, right the width, bottom the height.
 inline PF_Rect full_rect(IntSize size) {
     return {0, 0, size.width, size.height};
+}
+
+inline Ratio ratio_of(const PF_RationalScale &scale) {
+    return {scale.num, scale.den};
+}
+
+/// What the command's sizes are scaled by; see make_frame_scale.
+inline FrameScale frame_scale_of(const PF_InData &in_data) {
+    return make_frame_scale(ratio_of(in_data.pixel_aspect_ratio), ratio_of(in_data.downsample_x),
+                            ratio_of(in_data.downsample_y));
 }
 
 inline PF_Rect host_rect(const IntRect &rect) {

@@ -14,15 +14,6 @@
 namespace ks {
 namespace {
 
-Ratio ratio_of(const PF_RationalScale &scale) {
-    return {scale.num, scale.den};
-}
-
-FrameScale frame_scale(const PF_InData &in_data) {
-    return make_frame_scale(ratio_of(in_data.pixel_aspect_ratio), ratio_of(in_data.downsample_x),
-                            ratio_of(in_data.downsample_y));
-}
-
 /// Asks for the output's format; one that is not argb, ae16 or ae32 is refused.
 PF_Err query_format(PF_WorldSuite2 &worlds, const PF_EffectWorld *output, PF_PixelFormat &format) {
     format = PF_PixelFormat_INVALID;
@@ -85,7 +76,7 @@ PF_Err render_frame(PF_InData *in_data, PF_OutData *out_data, PF_EffectWorld *in
     const bool has_original = original != nullptr && original->data != nullptr;
     const Frame frame{in_data, out_data,
                       suites,  worlds.get(),
-                      format,  frame_scale(*in_data),
+                      format,  frame_scale_of(*in_data),
                       input,   has_original ? original : nullptr,
                       output};
     ScopePanels panels;

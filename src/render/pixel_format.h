@@ -21,6 +21,11 @@ static_assert(sizeof(Pixel8) == 4 && sizeof(Pixel16) == 8 && sizeof(PixelF) == 1
 /// Working colour: straight alpha, components nominally 0..1.
 using Colour = PixelF;
 
+/// All four components times `factor`, alpha too.
+constexpr Colour scaled(const Colour &c, float factor) {
+    return {c.alpha * factor, c.red * factor, c.green * factor, c.blue * factor};
+}
+
 /// A pixel format code: four characters in memory order on a little-endian machine.
 using FormatCode = std::int32_t;
 

@@ -22,10 +22,6 @@ void plot_if_inside(const WorldView &world, std::int64_t x, std::int64_t y, cons
     if (world.contains(x, y)) blend_pixel(*world.pixel<P>(x, y), colour, mode);
 }
 
-Colour weighted(const Colour &c, float w) {
-    return {c.alpha * w, c.red * w, c.green * w, c.blue * w};
-}
-
 /// An axis-aligned run of pixels: `first`..`last` along the moving axis, inclusive, `fixed` across.
 struct Run {
     bool horizontal;
@@ -110,7 +106,7 @@ std::int32_t plot_fractional(const WorldView &world, FormatCode code, double x, 
     const int column = static_cast<int>(whole);
     const double f = x - whole;
     const auto plot_at = [&](int at, double weight) {
-        return plot(world, code, at, y, weighted(colour, static_cast<float>(weight)), mode);
+        return plot(world, code, at, y, scaled(colour, static_cast<float>(weight)), mode);
     };
     if (f > 0.5) {
         const std::int32_t error = plot_at(column, 1.0 - (f - 0.5));

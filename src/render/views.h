@@ -6,6 +6,7 @@
 
 #include "render/depth.h"
 #include "render/gamma.h"
+#include "render/luma.h"
 #include "render/pixel_format.h"
 
 namespace ks {
@@ -46,8 +47,8 @@ struct ConversionRecord {
 
 /// Luma of a float pixel, 601 or 709 weights, single precision, summed red, green, blue. [worker]
 inline float luminance(const Colour &c, std::uint8_t luminance_math) {
-    if (luminance_math == kLuma709) return 0.2126f * c.red + 0.7152f * c.green + 0.0722f * c.blue;
-    return 0.299f * c.red + 0.587f * c.green + 0.114f * c.blue;
+    if (luminance_math == kLuma709) return luminance(c, kWeights709);
+    return luminance(c, kWeights601);
 }
 
 /// `v` through the gamma curve and the gain.

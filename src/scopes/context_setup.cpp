@@ -7,10 +7,6 @@
 namespace ks {
 namespace {
 
-Colour times(const Colour &c, float gain) {
-    return {c.alpha * gain, c.red * gain, c.green * gain, c.blue * gain};
-}
-
 float trace_gain(double brightness, double factor, double scope_factor) {
     return static_cast<float>(brightness * 0.01 * factor * scope_factor);
 }
@@ -40,7 +36,7 @@ void set_up_waveform(const ScopeSettings &settings, const LayoutUnits &units,
     if (c.waveformOn != 0 && c.waveformMode != TraceMode::kRgb) c.needLuma = 1;
     c.waveformGain = trace_gain(settings.waveform_brightness,
                                 sampling_quality(settings.quality).factor, kTraceFactor);
-    c.lumaColour = times(kLumaTrace, c.waveformGain);
+    c.lumaColour = scaled(kLumaTrace, c.waveformGain);
 }
 
 void set_up_parade(const ScopeSettings &settings, const LayoutUnits &units, ScopeSampleContext &c) {
@@ -62,7 +58,7 @@ void set_up_parade(const ScopeSettings &settings, const LayoutUnits &units, Scop
     const std::array<Colour, 3> colours =
         difference ? std::array<Colour, 3>{kLumaTrace, kCbTrace, kCrTrace}
                    : std::array<Colour, 3>{kRedTrace, kGreenTrace, kBlueTrace};
-    for (std::size_t k = 0; k < 3; ++k) c.paradeColours[k] = times(colours[k], c.paradeGain);
+    for (std::size_t k = 0; k < 3; ++k) c.paradeColours[k] = scaled(colours[k], c.paradeGain);
 }
 
 void set_up_vectorscope(const ScopeSettings &settings, const LayoutUnits &units,
@@ -83,7 +79,7 @@ void set_up_vectorscope(const ScopeSettings &settings, const LayoutUnits &units,
     c.vectorscopeGain = trace_gain(settings.vectorscope_brightness,
                                    sampling_quality(settings.quality).factor, kTraceFactor);
     c.monochrome = settings.monochrome ? 1 : 0;
-    c.monochromeColour = times(kLumaTrace, c.vectorscopeGain);
+    c.monochromeColour = scaled(kLumaTrace, c.vectorscopeGain);
 }
 
 void set_up_histogram(const ScopeSettings &settings, ScopeSampleContext &c) {

@@ -14,10 +14,6 @@
 namespace ks {
 namespace {
 
-Ratio ratio_of(const PF_RationalScale &scale) {
-    return {scale.num, scale.den};
-}
-
 /// The instance keeps the latest label scale for whoever lays text out later.
 PF_Err store_label_scale(SuiteCache &suites, PF_OutData *out_data, double scale) {
     const LockedHandle<InstanceRecord> instance(suites.handle(), out_data->sequence_data);
@@ -64,9 +60,7 @@ PF_Err run_scopes(PF_InData *in_data, PF_OutData *out_data, PF_PixelFormat forma
                   PF_EffectWorld *measured, ScopeSet &scopes) {
     SuiteCache suites(in_data->pica_basicP);
     ErrorChain chain;
-    const FrameScale scale =
-        make_frame_scale(ratio_of(in_data->pixel_aspect_ratio), ratio_of(in_data->downsample_x),
-                         ratio_of(in_data->downsample_y));
+    const FrameScale scale = frame_scale_of(*in_data);
     const LayoutUnits units = layout_units(label_scale(in_data->width, scopes.output_width), scale);
     chain.step([&] { return store_label_scale(suites, out_data, units.scale); });
     const ScopeSettings settings = read_scope_settings(chain, in_data, format, scopes);

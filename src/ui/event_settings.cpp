@@ -1,13 +1,10 @@
 #include "ui/event_settings.h"
 
+#include "host/host_world.h"
 #include "hostapi/constants.h"
 
 namespace ks {
 namespace {
-
-Ratio ratio_of(const PF_RationalScale &scale) {
-    return {scale.num, scale.den};
-}
 
 FixedPoint point_of(const PF_ParamDef &def) {
     return {def.u.td.x_value, def.u.td.y_value};
@@ -24,8 +21,7 @@ HandleSettings read_handle_settings(const PF_InData &in_data, PF_ParamDef *const
     settings.width = in_data.width;
     settings.height = in_data.height;
     const Ratio pixel_aspect = ratio_of(in_data.pixel_aspect_ratio);
-    settings.frame = make_frame_scale(pixel_aspect, ratio_of(in_data.downsample_x),
-                                      ratio_of(in_data.downsample_y));
+    settings.frame = frame_scale_of(in_data);
     settings.inverse_par = inverse_pixel_aspect(pixel_aspect);
     settings.layout = static_cast<MonitorLayout>(params[kParamMonitorLayout]->u.pd.value);
     settings.monitor = read_panel(params, settings.layout == MonitorLayout::kWindowed,

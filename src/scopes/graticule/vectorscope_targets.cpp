@@ -51,10 +51,6 @@ constexpr float kBoxOuter = 1.065f;
 constexpr float kBracketReach = 0.15f;
 constexpr float kBracketArm = 0.65f;  ///< of the reach
 
-Colour scaled(const Colour &c, float factor) {
-    return {c.alpha * factor, c.red * factor, c.green * factor, c.blue * factor};
-}
-
 /// Lines between points given by angle and radius around a centre.
 template <class Real>
 class PolarLines {

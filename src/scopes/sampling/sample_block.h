@@ -4,6 +4,7 @@
 #include <emmintrin.h>
 
 #include "render/depth.h"
+#include "render/luma.h"
 #include "scopes/sample_context.h"
 
 namespace ks {
@@ -19,13 +20,8 @@ struct alignas(16) SampleBlock {
     int count = 0;
 };
 
-/// Luma weights of the choice, in single precision (ITU-R BT.601, BT.709).
-struct LumaWeights {
-    float red, green, blue;
-};
-constexpr LumaWeights luma_weights(LumaMath math) {
-    return math == LumaMath::k709 ? LumaWeights{0.2126f, 0.7152f, 0.0722f}
-                                  : LumaWeights{0.299f, 0.587f, 0.114f};
+constexpr const LumaWeights &luma_weights(LumaMath math) {
+    return math == LumaMath::k709 ? kWeights709 : kWeights601;
 }
 
 /// Reads `count` samples that lie `step` pixels apart.

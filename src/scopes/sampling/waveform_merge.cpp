@@ -10,10 +10,6 @@
 namespace ks {
 namespace {
 
-Colour scaled(const Colour &c, float f) {
-    return {c.alpha * f, c.red * f, c.green * f, c.blue * f};
-}
-
 /// What one additive plot of `colour` leaves in a cleared pixel, in codes; floats as they are.
 template <class P>
 P plotted(const Colour &colour) {
@@ -279,7 +275,7 @@ template <class P>
 void WaveformMerge<P>::plot_samples(int x) const {
     const WorldView &bitmap = context_.waveformBitmap;
     const RowMap &map = plan_.waveform_rows;
-    const LumaWeights weights = luma_weights(context_.lumaMath);
+    const LumaWeights &weights = luma_weights(context_.lumaMath);
     std::vector<std::pair<int, float>> columns;  // source columns and their weights
     const auto split_of = [&](int j) { return split_column(context_, j * context_.stepX); };
     int first = 0;  // of the sampled columns, which lie in ascending order
@@ -308,9 +304,7 @@ void WaveformMerge<P>::plot_samples(int x) const {
         for (const auto &[column, weight] : columns) {
             const Colour s = to_colour(*context_.source.pixel<const P>(column, y));
             if (plan_.waveform_luma) {
-                const float luma =
-                    weights.red * s.red + weights.green * s.green + weights.blue * s.blue;
-                plot_at(luma, scaled(context_.lumaColour, weight));
+                plot_at(luminance(s, weights), scaled(context_.lumaColour, weight));
             }
             if (!plan_.waveform_rgb) continue;
             plot_at(s.red, scaled(traces_[0], weight));
