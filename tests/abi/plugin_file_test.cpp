@@ -9,6 +9,7 @@
 
 #include "oracle/record_oracle.h"
 #include "stage/binary/inspect.h"
+#include "stage/binary/gdiplus_runtime.h"
 #include "stage/binary/loaded_library.h"
 
 namespace {
@@ -109,6 +110,8 @@ TEST_F(WindowsPlugin, carries_a_version_resource) {
 }
 
 TEST(LoadedPlugin, offers_its_entry_point) {
+    // A host has GDI+ loaded, and keeps it, before any plug-in that draws with it.
+    const stage::GdiplusRuntime gdiplus;
     const stage::LoadedLibrary library(KS_PLUGIN_FILE);
     EXPECT_NE(library.find_symbol("EntryPointFunc"), nullptr);
 }
