@@ -8,8 +8,8 @@
 #include <filesystem>
 
 #include "oracle/record_oracle.h"
-#include "stage/binary/inspect.h"
 #include "stage/binary/gdiplus_runtime.h"
+#include "stage/binary/inspect.h"
 #include "stage/binary/loaded_library.h"
 
 namespace {
