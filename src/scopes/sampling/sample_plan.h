@@ -2,9 +2,9 @@
 #pragma once
 
 #include <array>
-#include <atomic>
-#include <memory>
-#include <mutex>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
 
 #include "scopes/sampling/arena.h"
 #include "scopes/sampling/column_slots.h"
