@@ -3,7 +3,10 @@
 #   ks_gdiplus                 GDI+: the system's, natively libgdiplus
 #   ks_foreign_headers         CLI11 and nlohmann-json; for Windows also stb
 #   ks_duktape                 duktape, the script engine
+#   ks_imgui                   Dear ImGui and SDL, the interactive window (native only)
+#   ks_xtest                   Xlib and XTest, for the window's tests (native only)
 #   OpenImageIO::OpenImageIO   picture files and video (native only)
+#   ks_cairo                   cairo, paints overlays (native only)
 find_package(Threads REQUIRED)
 
 # Stops with the command that helps when PATH, a part of the Debian package PACKAGE, is not there.
@@ -69,6 +72,34 @@ else()
     "${KS_OIIO_LIBRARY}" "${KS_OIIO_UTIL_LIBRARY}" Threads::Threads)
   target_include_directories(ks_oiio SYSTEM INTERFACE "${KS_OIIO_INCLUDE}")
   add_library(OpenImageIO::OpenImageIO ALIAS ks_oiio)
+
+  find_path(KS_CAIRO_INCLUDE cairo.h PATH_SUFFIXES cairo REQUIRED)
+  find_library(KS_CAIRO_LIBRARY cairo REQUIRED)
+  # Finds cairo's fonts; its development package comes with cairo's.
+  find_library(KS_FONTCONFIG_LIBRARY fontconfig REQUIRED)
+  mark_as_advanced(KS_CAIRO_INCLUDE KS_CAIRO_LIBRARY KS_FONTCONFIG_LIBRARY)
+  add_library(ks_cairo INTERFACE)
+  target_link_libraries(ks_cairo INTERFACE "${KS_CAIRO_LIBRARY}" "${KS_FONTCONFIG_LIBRARY}")
+  target_include_directories(ks_cairo SYSTEM INTERFACE "${KS_CAIRO_INCLUDE}")
+
+  # Debian's library of ImGui leaves its fonts to libstb.
+  find_path(KS_IMGUI_INCLUDE imgui.h PATH_SUFFIXES imgui REQUIRED)
+  find_path(KS_SDL2_INCLUDE SDL.h PATH_SUFFIXES SDL2 REQUIRED)
+  find_library(KS_IMGUI_LIBRARY imgui REQUIRED)
+  find_library(KS_STB_LIBRARY stb REQUIRED)
+  find_library(KS_SDL2_LIBRARY SDL2 REQUIRED)
+  find_path(KS_XTEST_INCLUDE X11/extensions/XTest.h REQUIRED)
+  find_library(KS_X11_LIBRARY X11 REQUIRED)
+  find_library(KS_XTEST_LIBRARY Xtst REQUIRED)
+  mark_as_advanced(KS_IMGUI_INCLUDE KS_SDL2_INCLUDE KS_IMGUI_LIBRARY KS_STB_LIBRARY
+    KS_SDL2_LIBRARY KS_XTEST_INCLUDE KS_X11_LIBRARY KS_XTEST_LIBRARY)
+  add_library(ks_imgui INTERFACE)
+  target_link_libraries(ks_imgui INTERFACE
+    "${KS_IMGUI_LIBRARY}" "${KS_STB_LIBRARY}" "${KS_SDL2_LIBRARY}")
+  target_include_directories(ks_imgui SYSTEM INTERFACE "${KS_IMGUI_INCLUDE}" "${KS_SDL2_INCLUDE}")
+  add_library(ks_xtest INTERFACE)
+  target_link_libraries(ks_xtest INTERFACE "${KS_XTEST_LIBRARY}" "${KS_X11_LIBRARY}")
+  target_include_directories(ks_xtest SYSTEM INTERFACE "${KS_XTEST_INCLUDE}")
 
   find_path(KS_DUKTAPE_INCLUDE duktape.h REQUIRED)
   find_library(KS_DUKTAPE_LIBRARY duktape REQUIRED)

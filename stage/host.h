@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "stage/drawbot/drawbot_store.h"
 #include "stage/faults.h"
 #include "stage/handle_store.h"
 #include "stage/host_options.h"
@@ -51,6 +52,7 @@ class Host {
     HandleStore handles;
     MemHandleStore mem_handles;
     WorldStore worlds;
+    DrawbotStore drawbot{strict};
     Project project;
     Undo undo{project};
     ProjectRefs refs;  ///< layer, comp, item, stream and effect references handed to the plug-in

@@ -31,6 +31,18 @@ constexpr KnownDeparture kDepartures[] = {
     {"params.update_ui_ignored", "PF_Cmd_USER_CHANGED_PARAM", "valid range",
      "RESET refreshes the panel of the new record, and so widens valid ranges as the first "
      "refresh"},
+    {"leak.suite", "PF_Cmd_EVENT", "\"DRAWBOT Surface Suite\" 1: acquired minus released is 1",
+     "the Surface suite is acquired as number 1 and released as number 2: 1 is never given back"},
+    {"leak.suite", "PF_Cmd_EVENT", "\"DRAWBOT Surface Suite\" 2: acquired minus released is -1",
+     "the Surface suite is acquired as number 1 and released as number 2: 2 was never taken"},
+    {"suite.release", "PF_Cmd_EVENT", "\"DRAWBOT Surface Suite\", 2 released",
+     "the Surface suite is acquired as number 1 and released as number 2: 2 was never taken"},
+    {"leak.suite", "PF_Cmd_EVENT",
+     "\"DRAWBOT Draw Suite\" 1: acquired minus released is 1 after a refusal",
+     "the Drawbot suites acquired before one that is refused stay held: one count per failure"},
+    {"leak.suite", "PF_Cmd_EVENT",
+     "\"DRAWBOT Supplier Suite\" 1: acquired minus released is 1 after a refusal",
+     "the Drawbot suites acquired before one that is refused stay held: one count per failure"},
 };
 
 bool is_known(std::string_view check, std::string_view command, std::string_view text) {

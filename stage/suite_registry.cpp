@@ -18,11 +18,17 @@ SPErr acquire_suite(const char *name, std::int32_t number, const void **suite) {
     HostCall call("SPBasicSuite.AcquireSuite", Fallible::kSuite);
     if (call.traced()) call.arguments(suite_text(name, number));
     if (suite != nullptr) *suite = nullptr;
-    if (call.must_fail()) return call.result(kSuiteNotFound);
+    if (call.must_fail()) {
+        call.host().suites.note_refusal();
+        return call.result(kSuiteNotFound);
+    }
     if (name == nullptr || suite == nullptr) return call.result(A_Err_PARAMETER);
     bool refused_as_null = false;
     *suite = call.host().suites.acquire(name, number, &refused_as_null);
-    if (*suite == nullptr) return call.result(refused_as_null ? 0 : kSuiteNotFound);
+    if (*suite == nullptr) {
+        call.host().suites.note_refusal();
+        return call.result(refused_as_null ? 0 : kSuiteNotFound);
+    }
     return call.result(PF_Err_NONE);
 }
 
@@ -88,6 +94,7 @@ std::map<SuiteRegistry::Key, int> SuiteRegistry::imbalance() const {
 
 void SuiteRegistry::clear_counts() {
     counts_.clear();
+    any_refused_ = false;
 }
 
 std::vector<SuiteRegistry::Key> SuiteRegistry::offered() const {

@@ -32,6 +32,9 @@ class SuiteRegistry {
     /// Suites acquired more often than released (positive) or the reverse (negative).
     std::map<Key, int> imbalance() const;
     void clear_counts();
+    /// Whether an acquisition has failed since the counts were cleared.
+    bool any_refused() const { return any_refused_; }
+    void note_refusal() { any_refused_ = true; }
     std::vector<Key> offered() const;
 
     /// The table handed to plug-ins as pica_basicP.
@@ -44,6 +47,7 @@ class SuiteRegistry {
     std::map<Key, const void *> tables_;
     std::map<Key, bool> refused_;
     std::map<Key, int> counts_;
+    bool any_refused_ = false;
 };
 
 }  // namespace stage

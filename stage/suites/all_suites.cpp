@@ -18,6 +18,12 @@ void add_all_suites(SuiteRegistry &suites) {
     add_effect_suite(suites);
     add_utility_suite(suites);
     add_param_utils_suite(suites);
+    add_custom_ui_suite(suites);
+    add_overlay_theme_suite(suites);
+    add_drawbot_draw_suites(suites);
+    add_drawbot_supplier_suite(suites);
+    add_drawbot_surface_suite(suites);
+    add_drawbot_path_suite(suites);
 }
 
 }  // namespace stage

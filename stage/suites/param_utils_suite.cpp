@@ -5,6 +5,7 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "stage/active_command.h"
+#include "stage/effect_instance.h"
 #include "stage/host.h"
 #include "stage/host_call.h"
 #include "stage/plugin.h"
@@ -29,7 +30,7 @@ PF_Err update_param_ui(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) 
     if (call.traced()) call.arguments(std::to_string(index));
     if (call.must_fail()) return call.result(call.error());
     ActiveCommand *active = call.host().active;
-    if (active == nullptr || def == nullptr || index < 1 ||
+    if (active == nullptr || active->instance == nullptr || def == nullptr || index < 1 ||
         index >= active->plugin->catalog.count()) {
         call.host().strict.report("params.update_ui", call.command(),
                                   "parameter " + std::to_string(index) + " cannot be updated");
@@ -46,14 +47,10 @@ PF_Err update_param_ui(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) 
                                   std::string("the new ") + part + " of parameter " +
                                       std::to_string(index) + " is ignored");
     }
-    ParamLook &look = active->plugin->catalog.look(index);
-    look.ui_flags = def->ui_flags;
-    look.flags =
-        (look.flags & ~PF_ParamFlag_COLLAPSE_TWIRLY) | (def->flags & PF_ParamFlag_COLLAPSE_TWIRLY);
-    if (def->param_type == PF_Param_FLOAT_SLIDER) {
-        look.slider_min = def->u.fs_d.slider_min;
-        look.slider_max = def->u.fs_d.slider_max;
-    }
+    ParamLook &look = active->instance->looks.at(static_cast<std::size_t>(index));
+    const PF_ParamFlags fixed = look.flags & ~PF_ParamFlag_COLLAPSE_TWIRLY;
+    look = look_of(*def);
+    look.flags = fixed | (def->flags & PF_ParamFlag_COLLAPSE_TWIRLY);
     return call.result(PF_Err_NONE);
 }
 

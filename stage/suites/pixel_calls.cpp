@@ -1,10 +1,13 @@
 #include "stage/suites/pixel_calls.h"
 
+#include <algorithm>
+
 #include "stage/active_command.h"
 #include "stage/pixels/copy_pixels.h"
 #include "stage/pixels/fill_pixels.h"
 #include "stage/pixels/transfer_pixels.h"
 #include "stage/pixels/transform_pixels.h"
+#include "stage/schedule.h"
 #include "stage/suites/call_support.h"
 
 namespace stage::calls {
@@ -32,6 +35,25 @@ PF_Err fill_as(const char *name, const Colour *colour, const PF_LRect *rect,
             fill_pixels(view, box_of(rect, view), colour == nullptr ? Colour{} : *colour);
             return PF_Err_NONE;
         });
+}
+
+/// Rows of one share of a transform: enough that handing it to a thread is worth it.
+constexpr std::int64_t kBandRows = 64;
+
+/// Calls `draw` for bands of `area`, on the schedule's threads when it has real ones and when
+/// `apart` says that no band reads what another writes.
+template <class Draw>
+void in_bands(const Schedule &schedule, const Box &area, bool apart, Draw &&draw) {
+    const bool threads = schedule.kind == Schedule::Kind::kThreads && schedule.threads > 1;
+    if (!threads || !apart || area.empty() || area.height() <= kBandRows) return draw(area);
+    const std::int64_t bands = (area.height() + kBandRows - 1) / kBandRows;
+    run_scheduled(Schedule::with_threads(schedule.threads), bands, [&](int, std::int64_t i) {
+        Box band = area;
+        band.top = area.top + i * kBandRows;
+        band.bottom = std::min(area.bottom, band.top + kBandRows);
+        draw(band);
+        return PF_Err_NONE;
+    });
 }
 
 std::string describe_mode(const PF_CompositeMode *mode) {
@@ -114,8 +136,11 @@ PF_Err transform_world(const char *name, const TransformRequest &request) noexce
             const auto matrix =
                 destination_to_source(request.matrices[0], request.source_to_destination);
             if (!matrix) return PF_Err_NONE;
-            transform_pixels(from, to, box_of(request.dst_rect, to), *matrix, *how,
-                             sampling_for(request.quality));
+            in_bands(
+                call.host().options.schedule, intersect(box_of(request.dst_rect, to), bounds(to)),
+                request.src->data != request.dst->data, [&](const Box &band) {
+                    transform_pixels(from, to, band, *matrix, *how, sampling_for(request.quality));
+                });
             return PF_Err_NONE;
         });
 }

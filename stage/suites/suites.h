@@ -20,6 +20,12 @@ void add_stream_suites(SuiteRegistry &suites);  // streams and dynamic streams
 void add_effect_suite(SuiteRegistry &suites);
 void add_utility_suite(SuiteRegistry &suites);
 void add_param_utils_suite(SuiteRegistry &suites);
+void add_custom_ui_suite(SuiteRegistry &suites);
+void add_overlay_theme_suite(SuiteRegistry &suites);
+void add_drawbot_draw_suites(SuiteRegistry &suites);  // Draw, Pen and Image
+void add_drawbot_supplier_suite(SuiteRegistry &suites);
+void add_drawbot_surface_suite(SuiteRegistry &suites);
+void add_drawbot_path_suite(SuiteRegistry &suites);
 
 /// All of the above.
 void add_all_suites(SuiteRegistry &suites);

@@ -1,4 +1,5 @@
 #include "hostapi/suite_names.h"
+#include "stage/active_command.h"
 #include "stage/script/script.h"
 #include "stage/suites/project_access.h"
 #include "stage/suites/suites.h"
@@ -33,7 +34,11 @@ A_Err start_undo_group(const A_char *name) {
 A_Err end_undo_group() {
     HostCall call(KS_NAME(AEGP_EndUndoGroup), Fallible::kCode, Threads::kUiOnly);
     return run_release(call, [&] {
-        if (call.host().undo.end_group()) return true;
+        // Groups that the host itself holds open are not the plug-in's to close.
+        const ActiveCommand *active = call.host().active;
+        const int hosts = active != nullptr ? active->undo_groups : 0;
+        Undo &undo = call.host().undo;
+        if (undo.open_groups() > hosts && undo.end_group()) return true;
         call.host().strict.report("undo.unbalanced", call.command(), "no undo group is open");
         return false;
     });
