@@ -59,6 +59,7 @@ struct ActiveCommand {
     std::vector<PF_ParamDef *> params_array;  ///< addresses inside the params array, by index
     std::multiset<PF_ParamDef *> param_checkouts;
     std::int64_t abort_calls = 0;
+    int undo_groups = 0;  ///< open before the command
 };
 
 /// "PF_Cmd_SMART_RENDER"

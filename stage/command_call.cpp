@@ -133,10 +133,8 @@ void CommandCaller::fill_params(std::vector<PF_ParamDef> &params,
         layer->effects.at(static_cast<std::size_t>(context.instance->effect)).streams;
     for (int index = 0; index < plugin_.catalog.count(); ++index) {
         PF_ParamDef def = plugin_.catalog.at(index).def;
-        const ParamLook &look = plugin_.catalog.look(index);
         def.uu.change_flags = 0;
-        def.ui_flags = look.ui_flags;
-        def.flags = look.flags;
+        put_look(context.instance->looks.at(static_cast<std::size_t>(index)), def);
         store_value(def, streams.at(static_cast<std::size_t>(index)).value, {1, 1});
         params.push_back(def);
     }
@@ -181,6 +179,7 @@ CommandResult CommandCaller::call(PF_Cmd cmd, CommandContext &context,
     active.in_data = &in;
     active.frame = context.frame;
     active.params_array = pointers;
+    active.undo_groups = host_.undo.open_groups();
     if (is_render(cmd)) {
         active.scale = {double(context.downsample_x.num) / context.downsample_x.den,
                         double(context.downsample_y.num) / context.downsample_y.den};

@@ -116,12 +116,13 @@ void CommandCaller::check_ledgers(const ActiveCommand &active) {
     for (const auto &[key, count] : host_.suites.imbalance()) {
         strict.report("leak.suite", command,
                       "\"" + key.first + "\" " + std::to_string(key.second) +
-                          ": acquired minus released is " + std::to_string(count));
+                          ": acquired minus released is " + std::to_string(count) +
+                          (host_.suites.any_refused() ? " after a refusal" : ""));
     }
     host_.suites.clear_counts();
     for (const std::string &leak : host_.refs.leaks()) strict.report("leak.aegp", command, leak);
     host_.refs.clear_command();
-    for (; host_.undo.open_groups() > 0; host_.undo.end_group()) {
+    for (; host_.undo.open_groups() > active.undo_groups; host_.undo.end_group()) {
         strict.report("undo.unbalanced", command, "an undo group was left open");
     }
     for (const std::string &leak : host_.mem_handles.leaks()) {

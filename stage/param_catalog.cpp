@@ -94,6 +94,34 @@ bool ParamCatalog::has_value(const PF_ParamDef &def) {
     return def.param_type != PF_Param_GROUP_START && def.param_type != PF_Param_GROUP_END;
 }
 
+ParamLook look_of(const PF_ParamDef &def) {
+    ParamLook look;
+    look.ui_flags = def.ui_flags;
+    look.flags = def.flags;
+    look.name.assign(def.name, ::strnlen(def.name, sizeof def.name));
+    if (def.param_type == PF_Param_FLOAT_SLIDER) {
+        const PF_FloatSliderDef &slider = def.u.fs_d;
+        look.slider_min = slider.slider_min;
+        look.slider_max = slider.slider_max;
+        look.precision = slider.precision;
+        look.display_flags = slider.display_flags;
+    }
+    return look;
+}
+
+void put_look(const ParamLook &look, PF_ParamDef &def) {
+    def.ui_flags = look.ui_flags;
+    def.flags = look.flags;
+    std::memset(def.name, 0, sizeof def.name);
+    std::memcpy(def.name, look.name.data(), std::min(look.name.size(), sizeof def.name - 1));
+    if (def.param_type != PF_Param_FLOAT_SLIDER) return;
+    PF_FloatSliderDef &slider = def.u.fs_d;
+    slider.slider_min = look.slider_min;
+    slider.slider_max = look.slider_max;
+    slider.precision = look.precision;
+    slider.display_flags = look.display_flags;
+}
+
 ParamCatalog::ParamCatalog() {
     auto input = std::make_unique<ParamInfo>();
     input->def.param_type = PF_Param_LAYER;
@@ -131,13 +159,8 @@ void ParamCatalog::append(const PF_ParamDef &def) {
         if (def.param_type == PF_Param_GROUP_START) groups_.push_back(info->name);
     }
     info->def.uu.id = 0;  // from here on these bytes are change flags
-    ParamLook look{def.ui_flags, def.flags, 0, 0};
-    if (def.param_type == PF_Param_FLOAT_SLIDER) {
-        look.slider_min = def.u.fs_d.slider_min;
-        look.slider_max = def.u.fs_d.slider_max;
-    }
+    looks_.push_back(look_of(def));
     params_.push_back(std::move(info));
-    looks_.push_back(look);
 }
 
 ParamValue ParamCatalog::initial_value(int index, int width, int height) const {

@@ -22,14 +22,22 @@ struct ParamInfo {
     bool is_separator(int choice) const;  ///< 1-based
 };
 
-/// What the host takes over from a definition in the parameter-UI call.
+/// What the host takes over from a definition in the parameter-UI call; each instance has its own.
 struct ParamLook {
     PF_ParamUIFlags ui_flags = 0;
     PF_ParamFlags flags = 0;
     float slider_min = 0, slider_max = 0;
+    PF_Precision precision = 0;
+    PF_ValueDisplayFlags display_flags = 0;
+    std::string name;
 };
 
-/// Appended to by add_param in PARAMS_SETUP, read-only afterwards but for the looks.
+/// The look that `def` asks for.
+ParamLook look_of(const PF_ParamDef &def);
+/// The reverse: writes `look` into `def`.
+void put_look(const ParamLook &look, PF_ParamDef &def);
+
+/// Appended to by add_param in PARAMS_SETUP, read-only afterwards.
 class ParamCatalog {
   public:
     ParamCatalog();
@@ -43,8 +51,8 @@ class ParamCatalog {
         return static_cast<int>(params_.size());
     }  ///< with the input layer, index 0
     const ParamInfo &at(int index) const { return *params_.at(static_cast<std::size_t>(index)); }
-    ParamLook &look(int index) { return looks_.at(static_cast<std::size_t>(index)); }
-    const ParamLook &look(int index) const { return looks_.at(static_cast<std::size_t>(index)); }
+    /// Looks of all parameters as added: what a new instance starts with.
+    const std::vector<ParamLook> &looks() const { return looks_; }
     int open_groups() const { return static_cast<int>(groups_.size()); }
 
     /// Index of the parameter called `name`: an index ("28"), a name that occurs once, or as many

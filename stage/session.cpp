@@ -5,10 +5,21 @@
 
 #include "hostapi/constants.h"
 #include "hostapi/events.h"
-#include "stage/project/composite.h"
 
 namespace stage {
 namespace {
+
+/// One step of undo for everything within a scope.
+class UndoGroup {
+  public:
+    UndoGroup(Undo &undo, const std::string &name) : undo_(undo) { undo.begin_group(name); }
+    ~UndoGroup() { undo_.end_group(); }
+    UndoGroup(const UndoGroup &) = delete;
+    UndoGroup &operator=(const UndoGroup &) = delete;
+
+  private:
+    Undo &undo_;
+};
 
 std::string refusal(PF_Cmd cmd, const CommandResult &result) {
     std::string text = std::string("the plug-in answered ") + command_name(cmd) + " with error " +
@@ -67,6 +78,7 @@ CommandContext Session::context_of(EffectInstance &instance) const {
     CommandContext context;
     context.instance = &instance;
     const Layer *layer = host.project.layer(instance.layer);
+    if (layer == nullptr) return context;  // an undone deletion of the layer is under way
     const Item *comp = host.project.comp_of(instance.layer);
     const Item *source = layer->source != 0 ? host.project.item(layer->source) : nullptr;
     const Item *sized = source != nullptr ? source : comp;
@@ -87,9 +99,13 @@ EffectState &Session::state_of(const EffectInstance &instance) {
         ->effects.at(static_cast<std::size_t>(instance.effect));
 }
 
-EffectInstance &Session::add_instance(LayerId layer, int effect) {
-    host.instances.push_back(std::make_unique<EffectInstance>(layer, effect));
-    return *host.instances.back();
+EffectInstance &Session::add_instance(LayerId layer, int effect, int id) {
+    if (id == 0) id = ++last_instance_;
+    host.instances.push_back(std::make_unique<EffectInstance>(layer, effect, id));
+    EffectInstance &instance = *host.instances.back();
+    instance.looks = plugin.catalog.looks();
+    state_of(instance).instance = instance.id;
+    return instance;
 }
 
 std::string Session::match_name() const {
@@ -115,6 +131,7 @@ std::vector<EffectStream> Session::new_streams(EffectInstance &instance) const {
 EffectInstance *Session::apply(LayerId layer_id, CommandResult *result) {
     Layer *layer = host.project.layer(layer_id);
     if (layer == nullptr) throw SessionError("there is no layer " + std::to_string(layer_id));
+    host.undo.before_change("Apply " + match_name());
     EffectState state;
     state.match_name = match_name();
     layer->effects.push_back(state);
@@ -133,7 +150,7 @@ EffectInstance *Session::apply(LayerId layer_id, CommandResult *result) {
     return &instance;
 }
 
-CommandResult Session::remove(EffectInstance &instance) {
+CommandResult Session::set_down(EffectInstance &instance) {
     CommandContext context = context_of(instance);
     if (instance.render_sequence_data != nullptr) {
         context.render_copy = true;
@@ -149,12 +166,19 @@ CommandResult Session::remove(EffectInstance &instance) {
         }
         host.handles.dispose(instance.sequence_data, "the host");
     }
-    Layer *layer = host.project.layer(instance.layer);
-    layer->effects.erase(layer->effects.begin() + instance.effect);
-    for (const auto &other : host.instances) {
-        if (other->layer == instance.layer && other->effect > instance.effect) --other->effect;
-    }
     std::erase_if(host.instances, [&](const auto &held) { return held.get() == &instance; });
+    return result;
+}
+
+CommandResult Session::remove(EffectInstance &instance) {
+    const LayerId layer_id = instance.layer;
+    const int effect = instance.effect;
+    const CommandResult result = set_down(instance);
+    Layer *layer = host.project.layer(layer_id);
+    layer->effects.erase(layer->effects.begin() + effect);
+    for (const auto &other : host.instances) {
+        if (other->layer == layer_id && other->effect > effect) --other->effect;
+    }
     return result;
 }
 
@@ -198,19 +222,40 @@ const ParamValue &Session::value(const EffectInstance &instance, int index) cons
     return state_of(instance).streams.at(static_cast<std::size_t>(index)).value;
 }
 
+PF_Err Session::report_edit(EffectInstance &instance, int index) {
+    if ((plugin.catalog.at(index).def.flags & PF_ParamFlag_SUPERVISE) == 0) return 0;
+    CommandContext context = context_of(instance);
+    PF_UserChangedParamExtra extra{};
+    extra.param_index = index;
+    context.extra = &extra;
+    context.with_params = true;
+    const CommandResult changed = caller.call(
+        PF_Cmd_USER_CHANGED_PARAM, context,
+        [&](const std::vector<PF_ParamDef> &params) { adopt_values(instance, params); });
+    return changed.error;
+}
+
 PF_Err Session::set_value(EffectInstance &instance, int index, const ParamValue &new_value) {
+    const UndoGroup group(host.undo, "Change " + plugin.catalog.at(index).name);
+    host.undo.before_change("");
     state_of(instance).streams.at(static_cast<std::size_t>(index)).value = new_value;
+    const PF_Err edited = report_edit(instance, index);
+    const CommandResult refreshed = refresh_panel(instance);
+    return edited != 0 ? edited : refreshed.error;
+}
+
+PF_Err Session::reset_values(EffectInstance &instance) {
+    const UndoGroup group(host.undo, "Reset " + match_name());
+    host.undo.before_change("");
+    const CommandContext context = context_of(instance);
+    for (int index = 1; index < plugin.catalog.count(); ++index) {
+        state_of(instance).streams.at(static_cast<std::size_t>(index)).value =
+            plugin.catalog.initial_value(index, context.width, context.height);
+    }
     PF_Err first = 0;
-    if ((plugin.catalog.at(index).def.flags & PF_ParamFlag_SUPERVISE) != 0) {
-        CommandContext context = context_of(instance);
-        PF_UserChangedParamExtra extra{};
-        extra.param_index = index;
-        context.extra = &extra;
-        context.with_params = true;
-        const CommandResult changed = caller.call(
-            PF_Cmd_USER_CHANGED_PARAM, context,
-            [&](const std::vector<PF_ParamDef> &params) { adopt_values(instance, params); });
-        first = changed.error;
+    for (int index = 1; index < plugin.catalog.count(); ++index) {
+        const PF_Err error = report_edit(instance, index);
+        if (first == 0) first = error;
     }
     const CommandResult refreshed = refresh_panel(instance);
     return first != 0 ? first : refreshed.error;
@@ -226,16 +271,31 @@ CommandResult Session::refresh_panel(EffectInstance &instance) {
                        });
 }
 
-void Session::adopt_values(EffectInstance &instance, const std::vector<PF_ParamDef> &params) {
+ParamValue Session::accepted(EffectInstance &instance, int index, const PF_ParamDef &def) const {
+    const HostOptions &options = host.options;
+    ParamValue written = load_value(def, {1, 1});
+    if (options.clamp_written_values) written = plugin.catalog.clamped(index, written);
+    if (options.clamp_written_points && def.param_type == PF_Param_POINT &&
+        plugin.catalog.at(index).def.u.td.restrict_bounds != 0) {
+        const CommandContext context = context_of(instance);
+        written.x = std::clamp(written.x, 0.0, double(context.width));
+        written.y = std::clamp(written.y, 0.0, double(context.height));
+    }
+    return written;
+}
+
+std::vector<int> Session::adopt_values(EffectInstance &instance,
+                                       const std::vector<PF_ParamDef> &params) {
+    std::vector<int> taken;
     for (int index = 1; index < static_cast<int>(params.size()); ++index) {
         const PF_ParamDef &def = params[static_cast<std::size_t>(index)];
         if ((def.uu.change_flags & PF_ChangeFlag_CHANGED_VALUE) == 0) continue;
-        ParamValue written = load_value(def, {1, 1});
-        if (host.options.clamp_written_values) {
-            written = plugin.catalog.clamped(index, written);
-        }
-        state_of(instance).streams.at(static_cast<std::size_t>(index)).value = written;
+        if (taken.empty()) host.undo.before_change("Change Value");
+        state_of(instance).streams.at(static_cast<std::size_t>(index)).value =
+            accepted(instance, index, def);
+        taken.push_back(index);
     }
+    return taken;
 }
 
 EffectInstance &Session::duplicate(EffectInstance &instance, LayerId layer_id) {
@@ -246,55 +306,13 @@ EffectInstance &Session::duplicate(EffectInstance &instance, LayerId layer_id) {
     if (back.error != 0) throw SessionError(refusal(PF_Cmd_SEQUENCE_RESETUP, back));
     Layer *layer = host.project.layer(layer_id);
     if (layer == nullptr) throw SessionError("there is no layer " + std::to_string(layer_id));
-    layer->effects.push_back(state_of(instance));
+    layer->effects.push_back(EffectState(state_of(instance)));
     EffectInstance &copy = add_instance(layer_id, static_cast<int>(layer->effects.size()) - 1);
+    copy.looks = instance.looks;
     set_flat_data(copy, bytes);
     const CommandResult made = resetup(copy);
     if (made.error != 0) throw SessionError(refusal(PF_Cmd_SEQUENCE_RESETUP, made));
     return copy;
-}
-
-void Session::synchronise_render_copy(EffectInstance &instance) {
-    if (flatten(instance).error != 0) return;
-    const std::vector<std::uint8_t> bytes = sequence_bytes(instance);
-    resetup(instance);
-    if (instance.render_sequence_data != nullptr) {
-        host.handles.dispose(instance.render_sequence_data, "the host");
-    }
-    instance.render_sequence_data = host.handles.allocate(bytes.size(), "the host");
-    std::memcpy(*instance.render_sequence_data, bytes.data(), bytes.size());
-    host.handles.set_host_owned(instance.render_sequence_data, true);
-    CommandContext context = context_of(instance);
-    context.render_copy = true;
-    context.in_flags = PF_InFlag_PROJECT_IS_RENDER_ONLY;
-    caller.call(PF_Cmd_SEQUENCE_RESETUP, context);
-}
-
-RenderResult Session::render(EffectInstance &instance, const RenderSettings &asked) {
-    RenderSettings settings = asked;
-    if (host.options.separate_render_copy) synchronise_render_copy(instance);
-    const Project &project = host.project;
-    const Layer *layer = project.layer(instance.layer);
-    const Item *comp = project.comp_of(instance.layer);
-    const bool adjustment = (layer->flags & layer_flag::kAdjustment) != 0;
-    const Picture input =
-        adjustment ? composite(project, comp->id, project.index_of(layer->id), settings.frame)
-                   : item_picture(project, layer->source, settings.frame);
-    Picture original_picture;
-    const Picture *original = nullptr;
-    for (int index = 1; index < plugin.catalog.count(); ++index) {
-        const int chosen = value(instance, index).layer;
-        const Layer *other = chosen != 0 ? project.layer(chosen) : nullptr;
-        if (other == nullptr || other->source == 0) continue;
-        original_picture = item_picture(project, other->source, settings.frame);
-        original = &original_picture;
-        const Item *item = project.item(other->source);
-        settings.original_aspect = {item->par_num, static_cast<A_u_long>(item->par_den)};
-    }
-    CommandContext context = context_of(instance);
-    context.current_time = static_cast<A_long>(settings.frame);
-    context.render_copy = host.options.separate_render_copy;
-    return smart_render(caller, host, context, settings, input, original);
 }
 
 }  // namespace stage

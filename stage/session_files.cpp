@@ -15,12 +15,14 @@ void require(const CommandResult &result, PF_Cmd cmd) {
 
 }  // namespace
 
+void Session::store_sequence(EffectInstance &instance) {
+    require(flatten(instance), PF_Cmd_SEQUENCE_FLATTEN);
+    state_of(instance).flat_sequence = sequence_bytes(instance);
+    require(resetup(instance), PF_Cmd_SEQUENCE_RESETUP);
+}
+
 void Session::save(const std::filesystem::path &file) {
-    for (const auto &instance : host.instances) {
-        require(flatten(*instance), PF_Cmd_SEQUENCE_FLATTEN);
-        state_of(*instance).flat_sequence = sequence_bytes(*instance);
-        require(resetup(*instance), PF_Cmd_SEQUENCE_RESETUP);
-    }
+    for (const auto &instance : host.instances) store_sequence(*instance);
     save_project(host.project, file);
 }
 
@@ -28,6 +30,7 @@ void Session::load(const std::filesystem::path &file) {
     Project loaded;
     load_project(loaded, file, open_footage);
     while (!host.instances.empty()) remove(*host.instances.back());
+    host.undo.clear();
     host.project.restore(loaded.data());
     const std::string own_name = match_name();
     for (const auto &item : host.project.items()) {

@@ -2,12 +2,15 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "stage/image/picture.h"
@@ -51,7 +54,8 @@ struct EffectStream {
 struct EffectState {
     std::string match_name;
     std::vector<EffectStream> streams;        ///< by parameter index; 0 is the input layer
-    std::vector<std::uint8_t> flat_sequence;  ///< as flattened at the last save; may be empty
+    std::vector<std::uint8_t> flat_sequence;  ///< as flattened last; may be empty
+    int instance = 0;  ///< the running effect that this is; 0 for none. Not part of a file
 
     bool operator==(const EffectState &) const = default;
 };
@@ -74,8 +78,27 @@ struct Layer {
     bool operator==(const Layer &) const = default;
 };
 
-/// Hands out the picture of a footage item at a frame, 0-based. May throw PictureError.
-using FrameReader = std::function<Picture(std::int64_t frame)>;
+/// Hands out the picture of a footage item at a frame, 0-based, the same one whenever asked. May
+/// throw PictureError. Copies are equal: they read the same footage. A reader made anew from a
+/// callable is equal to no other, so pictures that were made from an earlier one are out of date.
+class FrameReader {
+  public:
+    FrameReader() = default;
+    FrameReader(std::nullptr_t) {}  // NOLINT: as a function's
+    template <class F>
+        requires(!std::is_same_v<std::remove_cvref_t<F>, FrameReader> &&
+                 std::is_invocable_r_v<Picture, F &, std::int64_t>)
+    FrameReader(F &&read)  // NOLINT: callables are meant to convert
+        : read_(std::make_shared<Function>(std::forward<F>(read))) {}
+
+    Picture operator()(std::int64_t frame) const { return (*read_)(frame); }
+    explicit operator bool() const { return read_ != nullptr && *read_ != nullptr; }
+    bool operator==(const FrameReader &) const = default;
+
+  private:
+    using Function = std::function<Picture(std::int64_t)>;
+    std::shared_ptr<Function> read_;
+};
 
 struct Item {
     ItemId id = 0;

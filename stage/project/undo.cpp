@@ -6,16 +6,26 @@
 namespace stage {
 namespace {
 
+/// The effect that runs as `instance`; null when there is none.
+const EffectState *running(const Project &project, int instance) {
+    for (const auto &item : project.items()) {
+        for (const Layer &layer : item->layers) {
+            for (const EffectState &effect : layer.effects) {
+                if (effect.instance == instance) return &effect;
+            }
+        }
+    }
+    return nullptr;
+}
+
 /// Puts the flat sequence data of `now` in place of what `snapshot` remembers.
 void keep_sequence_data(ProjectData &snapshot, const Project &now) {
     for (Item &item : snapshot.items) {
         for (Layer &layer : item.layers) {
-            const Layer *current = now.layer(layer.id);
-            if (current == nullptr) continue;
-            const std::size_t count = std::min(layer.effects.size(), current->effects.size());
-            for (std::size_t i = 0; i < count; ++i) {
-                if (layer.effects[i].match_name != current->effects[i].match_name) continue;
-                layer.effects[i].flat_sequence = current->effects[i].flat_sequence;
+            for (EffectState &effect : layer.effects) {
+                if (effect.instance == 0) continue;
+                const EffectState *current = running(now, effect.instance);
+                if (current != nullptr) effect.flat_sequence = current->flat_sequence;
             }
         }
     }
@@ -51,6 +61,10 @@ bool Undo::move_step(std::deque<Step> &from, std::deque<Step> &to) {
     keep_sequence_data(step.data, project_);
     project_.restore(step.data);
     return true;
+}
+
+const ProjectData *Undo::next(const std::deque<Step> &steps) const {
+    return open_groups_ > 0 || steps.empty() ? nullptr : &steps.back().data;
 }
 
 bool Undo::undo() {

@@ -11,7 +11,7 @@
 namespace stage {
 
 /// Steps of undo, oldest dropped beyond kMaxSteps. Sequence data is no part of a step: what
-/// EffectState::flat_sequence holds now stays where the layer and the effect still exist.
+/// EffectState::flat_sequence holds now stays where the running effect still exists.
 /// [host thread]
 class Undo {
   public:
@@ -32,6 +32,9 @@ class Undo {
     /// False when there is nothing to undo or redo, or a group is open.
     bool undo();
     bool redo();
+    /// What undo() or redo() would bring back; null when they would do nothing.
+    const ProjectData *next_undo() const { return next(done_); }
+    const ProjectData *next_redo() const { return next(undone_); }
 
     /// Names of the steps that can be undone, oldest first.
     std::vector<std::string> steps() const;
@@ -43,6 +46,7 @@ class Undo {
         ProjectData data;
     };
     bool move_step(std::deque<Step> &from, std::deque<Step> &to);
+    const ProjectData *next(const std::deque<Step> &steps) const;
 
     Project &project_;
     std::deque<Step> undone_;

@@ -116,9 +116,9 @@ TEST(ParamCatalog, looks_start_as_added) {
     def.ui_flags = PF_PUI_ECW_SEPARATOR;
     def.flags = PF_ParamFlag_SUPERVISE;
     catalog.append(def);
-    EXPECT_EQ(catalog.look(1).ui_flags, PF_PUI_ECW_SEPARATOR);
-    EXPECT_EQ(catalog.look(1).flags, PF_ParamFlag_SUPERVISE);
-    EXPECT_EQ(catalog.look(1).slider_max, 50.0f);
+    EXPECT_EQ(catalog.looks().at(1).ui_flags, PF_PUI_ECW_SEPARATOR);
+    EXPECT_EQ(catalog.looks().at(1).flags, PF_ParamFlag_SUPERVISE);
+    EXPECT_EQ(catalog.looks().at(1).slider_max, 50.0f);
 }
 
 TEST(ParamCatalog, initial_values_come_from_the_definitions) {

@@ -158,6 +158,7 @@ TEST(Duplicate, of_an_effect_that_will_not_flatten_is_refused) {
 TEST(Undo, takes_back_what_the_plug_in_changed_but_not_its_sequence_data) {
     RogueSession rogue("change_project");
     rogue.open();
+    rogue.host().undo.clear();
     rogue.session.panel_shown = true;
     rogue.session.refresh_panel(*rogue.effect);
     const auto locked = [&] {
@@ -183,6 +184,7 @@ TEST(Undo, in_a_locked_project_there_is_nothing_to_take_back) {
     options.project_locked = true;
     RogueSession rogue("change_project", options);
     rogue.open();
+    rogue.host().undo.clear();
     rogue.session.panel_shown = true;
     EXPECT_EQ(rogue.session.refresh_panel(*rogue.effect).error, A_Err_CONST_PROJECT_MODIFICATION);
     EXPECT_THAT(rogue.host().undo.steps(), IsEmpty());

@@ -108,12 +108,12 @@ TEST(Session, a_message_without_an_end_is_cut_at_its_256_bytes) {
 TEST(Panel, looks_are_taken_over_and_nothing_else) {
     RogueSession rogue("change_valid_range");
     rogue.open();
-    EXPECT_EQ(rogue.session.plugin.catalog.look(rogue::kMode).ui_flags, 0);
+    EXPECT_EQ(rogue.effect->looks.at(rogue::kMode).ui_flags, 0);
     rogue.session.panel_shown = true;
     rogue.session.refresh_panel(*rogue.effect);
     const stage::ParamCatalog &catalog = rogue.session.plugin.catalog;
-    EXPECT_EQ(catalog.look(rogue::kMode).ui_flags, PF_PUI_DISABLED);
-    EXPECT_EQ(catalog.look(rogue::kAmount).slider_max, 80.0f);
+    EXPECT_EQ(rogue.effect->looks.at(rogue::kMode).ui_flags, PF_PUI_DISABLED);
+    EXPECT_EQ(rogue.effect->looks.at(rogue::kAmount).slider_max, 80.0f);
     EXPECT_EQ(catalog.at(rogue::kAmount).def.u.fs_d.valid_max, 100.0f);
 }
 
@@ -152,7 +152,7 @@ stage::Pipl list_of(std::uint32_t version, std::uint32_t flags, std::uint32_t fl
 }
 
 constexpr std::uint32_t kVersion = 1u << 19;
-constexpr std::uint32_t kFlags = 1u << 25 | 1u << 26 | 1u << 4;
+constexpr std::uint32_t kFlags = 1u << 25 | 1u << 26 | 1u << 15 | 1u << 4;
 constexpr std::uint32_t kFlags2 = 1u << 10 | 1u << 12;
 
 TEST(PropertyList, that_agrees_with_global_set_up_is_no_finding) {
@@ -173,7 +173,7 @@ TEST(PropertyList, that_disagrees_is_reported_with_both_numbers) {
         texts.push_back(finding.text);
     }
     EXPECT_THAT(texts, ElementsAre("version: code 00080000, property list 00080001",
-                                   "out_flags: code 06000010, property list 06000011",
+                                   "out_flags: code 06008010, property list 06008011",
                                    "out_flags2: code 00001400, property list 00000400"));
 }
 

@@ -76,7 +76,7 @@ TEST_F(UndoTest, EmptyGroupLeavesNothingAndUnbalancedEndIsRefused) {
 }
 
 TEST_F(UndoTest, SequenceDataIsNoPartOfAStep) {
-    project.layer(layer)->effects.push_back({"effect", {}, {1, 2, 3}});
+    project.layer(layer)->effects.push_back({"effect", {}, {1, 2, 3}, 7});
     rename("one");
     project.layer(layer)->effects[0].flat_sequence = {9};
     undo.undo();
