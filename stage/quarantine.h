@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
-#include <memory>
 #include <string>
+
+#include "stage/pixels/byte_pool.h"
 
 namespace stage {
 
@@ -16,9 +17,6 @@ inline constexpr std::uint8_t kFreedByte = 0xDD;
 
 /// Blocks larger than this many bytes are freed at once.
 inline constexpr std::size_t kLargestKept = std::size_t{256} << 20;
-
-/// Bytes on the heap without initialisation.
-using Bytes = std::unique_ptr<std::uint8_t[]>;
 
 /// Keeps the newest freed blocks within a budget, and the newest one even where it alone is larger,
 /// up to kLargestKept. Not thread-safe: its owner locks.

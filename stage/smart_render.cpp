@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 #include "hostapi/constants.h"
 #include "stage/smart_render_callbacks.h"
@@ -9,33 +10,26 @@
 namespace stage {
 namespace {
 
-PF_LRect bounds_of(const Picture &picture) {
-    return {0, 0, picture.width, picture.height};
+SourceFacts facts(LayerPixels &layer, const PF_RationalScale &par) {
+    SourceFacts facts;
+    if (!layer.nothing) facts.rect = {0, 0, layer.pixels.width, layer.pixels.height};
+    facts.par = par;
+    facts.full_width = layer.full_width;
+    facts.full_height = layer.full_height;
+    facts.opaque = !layer.nothing && layer.is_opaque();
+    return facts;
 }
 
-Picture cropped(const Picture &picture, const PF_LRect &rect) {
-    if (rect.left == 0 && rect.top == 0 && rect.right == picture.width &&
-        rect.bottom == picture.height) {
-        return picture;
-    }
-    Picture result = make_picture(rect.right - rect.left, rect.bottom - rect.top, picture.native);
-    for (int y = 0; y < result.height; ++y) {
-        const float *from = picture.at(rect.left, rect.top + y);
-        std::copy(from, from + std::size_t{4} * static_cast<std::size_t>(result.width),
-                  result.at(0, y));
-    }
-    return result;
+/// The part of `view` inside `rect`, which lies in it.
+PixelView cropped(const PixelView &view, const PF_LRect &rect) {
+    const std::ptrdiff_t left = std::ptrdiff_t{rect.left} * bytes_per_pixel(view.depth);
+    return {view.base + rect.top * view.rowbytes + left, view.rowbytes, rect.right - rect.left,
+            rect.bottom - rect.top, view.depth};
 }
 
-bool is_opaque(const Picture &picture) {
-    for (std::size_t i = 0; i < picture.argb.size(); i += 4) {
-        if (!(picture.argb[i] >= 1.0f)) return false;
-    }
-    return true;
-}
-
-SourceFacts facts(const Picture &full, const Picture &reduced, const PF_RationalScale &par) {
-    return {bounds_of(reduced), par, full.width, full.height, is_opaque(reduced)};
+PixelView view_of(const World &world) {
+    return {reinterpret_cast<std::byte *>(world.def.data), world.def.rowbytes, world.def.width,
+            world.def.height, world.depth};
 }
 
 /// Worlds of one render, destroyed on every path.
@@ -48,9 +42,9 @@ class FrameWorlds {
     FrameWorlds(const FrameWorlds &) = delete;
     FrameWorlds &operator=(const FrameWorlds &) = delete;
 
-    World *input(const Picture &picture, const PF_LRect &rect, const PF_RationalScale &par) {
+    World *input(const HostPixels &pixels, const PF_LRect &rect, const PF_RationalScale &par) {
         World *world = make(rect, par);
-        fill_world(*world, cropped(picture, rect));
+        copy_rows(cropped(pixels.view(), rect), view_of(*world));
         host_.worlds.protect(world);
         return world;
     }
@@ -63,31 +57,49 @@ class FrameWorlds {
         worlds_.push_back(world);
         return world;
     }
+    /// Its pixels outlive it.
+    HostPixels take(World *world) {
+        std::erase(worlds_, world);
+        return host_.worlds.destroy_and_keep(world, "the host");
+    }
 
   private:
     Host &host_;
     std::vector<World *> worlds_;
 };
 
-void check_output_pixels(Host &host, const World &output, bool solid) {
-    int unwritten = 0;
-    for (int y = 0; y < output.def.height; ++y) {
-        for (int x = 0; x < output.def.width; ++x) unwritten += is_poison(output, x, y) ? 1 : 0;
+/// Codes above white; none in float, which has no limit.
+template <Depth kDepth>
+std::int64_t count_over_range(const PixelView &view) {
+    if constexpr (kDepth == Depth::U16) {
+        std::int64_t over = 0;
+        for (int y = 0; y < view.height; ++y) {
+            const auto *row = view.row<const A_u_short>(y);
+            int in_row = 0;
+            for (int i = 0; i < view.width * 4; ++i) in_row += row[i] > kWhite16 ? 1 : 0;
+            over += in_row;
+        }
+        return over;
+    } else {
+        return 0;
     }
+}
+
+void check_output_pixels(Host &host, const World &output, bool solid) {
+    const std::int64_t unwritten = count_poison(output);
     if (unwritten > 0) {
         host.strict.report("output.unwritten", command_name(PF_Cmd_SMART_RENDER),
                            std::to_string(unwritten) + " output pixels were not written");
         return;  // what else is wrong with them is not the plug-in's
     }
-    const Picture picture = world_picture(output);
-    if (output.depth == Depth::U16) {
-        const auto over = std::ranges::count_if(picture.argb, [](float v) { return v > 1.0f; });
-        if (over > 0) {
-            host.strict.report("output.over_range", command_name(PF_Cmd_SMART_RENDER),
-                               std::to_string(over) + " 16-bit codes are above 32768");
-        }
+    const PixelView view = view_of(output);
+    const std::int64_t over =
+        visit_depth(output.depth, [&]<Depth kDepth>() { return count_over_range<kDepth>(view); });
+    if (over > 0) {
+        host.strict.report("output.over_range", command_name(PF_Cmd_SMART_RENDER),
+                           std::to_string(over) + " 16-bit codes are above 32768");
     }
-    if (solid && !is_opaque(picture)) {
+    if (solid && !is_opaque(view)) {
         host.strict.report("solid.alpha", command_name(PF_Cmd_SMART_RENDER),
                            "the frame was declared opaque but is not");
     }
@@ -130,53 +142,25 @@ short bits_of(Depth depth) {
     return static_cast<short>(depth);
 }
 
-}  // namespace
-
-Picture downsampled(const Picture &picture, int dx, int dy) {
-    if (dx == 1 && dy == 1) return picture;
-    Picture result =
-        make_picture((picture.width + dx - 1) / dx, (picture.height + dy - 1) / dy, picture.native);
-    result.pixel_aspect = picture.pixel_aspect;
-    for (int y = 0; y < result.height; ++y) {
-        for (int x = 0; x < result.width; ++x) {
-            const int right = std::min(picture.width, (x + 1) * dx);
-            const int bottom = std::min(picture.height, (y + 1) * dy);
-            double sum[4] = {};
-            for (int from_y = y * dy; from_y < bottom; ++from_y) {
-                for (int from_x = x * dx; from_x < right; ++from_x) {
-                    for (int c = 0; c < 4; ++c) sum[c] += picture.at(from_x, from_y)[c];
-                }
-            }
-            const double count = double(right - x * dx) * (bottom - y * dy);
-            for (int c = 0; c < 4; ++c) result.at(x, y)[c] = static_cast<float>(sum[c] / count);
-        }
-    }
-    return result;
-}
-
-namespace {
-
 /// One smart render in steps; holds what the two commands share.
 class SmartRender {
   public:
     SmartRender(CommandCaller &caller, Host &host, CommandContext context,
-                const RenderSettings &settings, const Picture &input, const Picture *original)
+                const RenderSettings &settings, LayerPixels &input, LayerPixels *original)
         : caller_(caller),
           host_(host),
           context_(context),
           settings_(settings),
           worlds_(host),
-          input_(downsampled(input, settings.downsample_x, settings.downsample_y)) {
+          input_(input),
+          original_(original) {
         context_.downsample_x = {1, static_cast<A_u_long>(settings.downsample_x)};
         context_.downsample_y = {1, static_cast<A_u_long>(settings.downsample_y)};
         context_.quality = settings.high_quality ? PF_Quality_HI : PF_Quality_LO;
         context_.frame = &frame_;
-        frame_.own = facts(input, input_, context_.pixel_aspect);
-        if (original != nullptr) {
-            original_ = downsampled(*original, settings.downsample_x, settings.downsample_y);
-            frame_.original = facts(*original, original_, settings.original_aspect);
-        }
-        frame_.request = settings.request.value_or(frame_.own.rect);
+        frame_.own = facts(input, context_.pixel_aspect);
+        if (original != nullptr) frame_.original = facts(*original, settings.original_aspect);
+        frame_.request = settings.request.value_or(whole_layer());
     }
 
     ~SmartRender() { free_pre_render_data(host_, pre_output_); }
@@ -197,6 +181,11 @@ class SmartRender {
     }
 
   private:
+    PF_LRect whole_layer() const {
+        const Resolution at{settings_.downsample_x, settings_.downsample_y};
+        return {0, 0, at.width(input_.full_width), at.height(input_.full_height)};
+    }
+
     void note(const CommandResult &command) {
         result_.error = command.error;
         result_.message = command.message;
@@ -225,7 +214,7 @@ class SmartRender {
             const bool own = layer.index == 0;
             const bool null = own ? settings_.null_input : settings_.null_original;
             if (is_empty(layer.rect) || null) continue;
-            layer.world = worlds_.input(own ? input_ : original_, layer.rect,
+            layer.world = worlds_.input(own ? input_.pixels : original_->pixels, layer.rect,
                                         own ? frame_.own.par : frame_.original.par);
             (own ? frame_.input : frame_.original_input) = layer.world;
         }
@@ -249,7 +238,7 @@ class SmartRender {
             std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
         if (result_.error != 0 || frame_.output == nullptr) return;
         if (host_.strict.enabled) check_output_pixels(host_, *frame_.output, result_.solid);
-        result_.picture = world_picture(*frame_.output);
+        result_.pixels = worlds_.take(std::exchange(frame_.output, nullptr));
     }
 
     static constexpr PF_ChannelMask kAllChannels = 15;
@@ -259,8 +248,8 @@ class SmartRender {
     CommandContext context_;
     const RenderSettings &settings_;
     FrameWorlds worlds_;
-    Picture input_;
-    Picture original_;
+    const LayerPixels &input_;
+    const LayerPixels *original_;
     SmartFrame frame_;
     PF_PreRenderOutput pre_output_{};
     RenderResult result_;
@@ -269,11 +258,9 @@ class SmartRender {
 }  // namespace
 
 RenderResult smart_render(CommandCaller &caller, Host &host, CommandContext context,
-                          const RenderSettings &settings, const Picture &input,
-                          const Picture *original) {
-    RenderResult result = SmartRender(caller, host, context, settings, input, original).run();
-    result.picture.pixel_aspect = input.pixel_aspect;
-    return result;
+                          const RenderSettings &settings, LayerPixels &input,
+                          LayerPixels *original) {
+    return SmartRender(caller, host, context, settings, input, original).run();
 }
 
 }  // namespace stage

@@ -7,6 +7,8 @@
 
 #include "stage/command_call.h"
 #include "stage/image/picture.h"
+#include "stage/pixels/host_pixels.h"
+#include "stage/project/resolution.h"
 
 namespace stage {
 
@@ -34,20 +36,32 @@ struct RenderResult {
     PF_LRect result_rect{};
     PF_LRect max_result_rect{};
     bool solid = false;
-    Picture picture;     ///< result_rect's pixels; empty on error or when skipped
+    HostPixels pixels;   ///< result_rect's pixels; empty on error, when skipped and without output
+    Picture picture;     ///< the same as samples: Session::render fills it in
     double seconds = 0;  ///< wall time inside the plug-in's SMART_RENDER
 };
 
-/// Renders one frame of `context.instance`. `input` is the effect's layer at full resolution,
-/// `original` the layer parameter's layer or null. `context` brings time, size and aspect; its
-/// resolution and quality are set from `settings`. Both commands are sent with the real call order;
-/// after them: output fully written, no 16-bit code above 32768, inputs unchanged, rectangle rules.
-RenderResult smart_render(CommandCaller &caller, Host &host, CommandContext context,
-                          const RenderSettings &settings, const Picture &input,
-                          const Picture *original);
+/// A layer as the effects that use it find it.
+struct LayerPixels {
+    HostPixels pixels;  ///< at the resolution rendered at, in the depth of the project
+    int full_width = 0, full_height = 0;  ///< at full resolution
+    std::optional<bool> opaque;           ///< every pixel; unset while nobody has looked
+    bool nothing = false;  ///< nothing is there at all: check-outs give empty rectangles
 
-/// `picture` at 1/dx × 1/dy resolution: each pixel the mean of its block, sizes rounded up, blocks
-/// cut off at the right and bottom edge. 1×1 hands the samples through.
-Picture downsampled(const Picture &picture, int dx, int dy);
+    /// Looks where nobody has.
+    bool is_opaque() {
+        if (!opaque) opaque = stage::is_opaque(pixels.view());
+        return *opaque;
+    }
+};
+
+/// Renders one frame of `context.instance`. `input` is the effect's layer, `original` the layer
+/// parameter's layer or null; both are reduced already, and looked at for opacity where that is
+/// unset. `context` brings time, size and aspect; its resolution and quality are set from
+/// `settings`. Both commands are sent with the real call order; after them: output fully written,
+/// no 16-bit code above 32768, inputs unchanged, rectangle rules.
+RenderResult smart_render(CommandCaller &caller, Host &host, CommandContext context,
+                          const RenderSettings &settings, LayerPixels &input,
+                          LayerPixels *original);
 
 }  // namespace stage

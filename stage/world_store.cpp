@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -48,14 +49,28 @@ std::uint8_t *row_start(const World &world, int y) {
            static_cast<std::size_t>(y) * static_cast<std::size_t>(world.def.rowbytes);
 }
 
-void fill_pattern(std::uint8_t *bytes, std::size_t size) {
-    for (std::size_t i = 0; i < size; i += kPoison.size()) {
-        std::memcpy(bytes + i, kPoison.data(), kPoison.size());
-    }
+// The poison as it lies in memory.
+std::uint32_t poison_word() {
+    return std::bit_cast<std::uint32_t>(kPoison);
 }
 
+// Rows start at multiples of 4 and hold whole words; memcpy is how they may be read as such.
+std::uint32_t word_at(const std::uint8_t *bytes) {
+    std::uint32_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    return word;
+}
+
+void fill_pattern(std::uint8_t *bytes, std::size_t size) {
+    const std::uint32_t word = poison_word();
+    for (std::size_t i = 0; i < size; i += sizeof word) std::memcpy(bytes + i, &word, sizeof word);
+}
+
+// Equal to itself shifted by one is the fast way to see that all bytes are the same.
 bool all_guard(const std::uint8_t *from, const std::uint8_t *to) {
-    return std::all_of(from, to, [](std::uint8_t byte) { return byte == kGuardByte; });
+    if (from == to) return true;
+    return *from == kGuardByte &&
+           std::memcmp(from, from + 1, static_cast<std::size_t>(to - from) - 1) == 0;
 }
 
 // Position of the first damaged stretch of guard bytes, "" when all are intact.
@@ -73,20 +88,48 @@ std::string damage(const World &world) {
     return "";
 }
 
-// Not for security: any changed byte must change it.
+// Steps of a checksum: one-to-one in `sum` and in `word`.
+constexpr std::uint64_t step(std::uint64_t sum, std::uint64_t word) {
+    sum = (sum ^ word) * 0x100000001B3u;
+    return sum ^ (sum >> 29);
+}
+
+// Not for security, but any one changed byte changes it: the lanes take turns at the words of a
+// row, and so run side by side in the processor.
 std::uint64_t checksum_of(const World &world) {
-    std::uint64_t sum = 0x9E3779B97F4A7C15u;
+    constexpr std::size_t kLanes = 4;
+    std::array<std::uint64_t, kLanes> lanes{0x9E3779B97F4A7C15u, 1, 2, 3};
     const std::size_t size = pixel_bytes_per_row(world);  // a multiple of 4
     for (int y = 0; y < world.def.height; ++y) {
         const std::uint8_t *row = row_start(world, y);
-        for (std::size_t i = 0; i < size; i += 4) {
-            std::uint32_t word = 0;
-            std::memcpy(&word, row + i, sizeof word);
-            sum = (sum ^ word) * 0x100000001B3u;
-            sum ^= sum >> 29;
+        std::size_t i = 0;
+        for (; i + sizeof lanes <= size; i += sizeof lanes) {
+            std::array<std::uint64_t, kLanes> words;
+            std::memcpy(words.data(), row + i, sizeof words);
+            for (std::size_t lane = 0; lane < kLanes; ++lane) {
+                lanes[lane] = step(lanes[lane], words[lane]);
+            }
         }
+        for (; i < size; i += 4) lanes[0] = step(lanes[0], word_at(row + i));
     }
+    std::uint64_t sum = 0;
+    for (const std::uint64_t lane : lanes) sum = step(sum, lane);
     return sum;
+}
+
+template <Depth kDepth>
+std::int64_t poison_in_row(const std::uint8_t *row, std::size_t size) {
+    constexpr std::size_t kWords = sizeof(typename DepthTraits<kDepth>::Pixel) / 4;
+    const std::uint32_t poison = poison_word();
+    std::int32_t count = 0;
+    for (std::size_t i = 0; i < size; i += kWords * 4) {
+        bool all = true;
+        for (std::size_t word = 0; word < kWords; ++word) {
+            all &= word_at(row + i + word * 4) == poison;
+        }
+        count += all ? 1 : 0;
+    }
+    return count;
 }
 
 bool valid_side(int side) {
@@ -129,7 +172,7 @@ std::unique_ptr<World> WorldStore::make(int width, int height, Depth depth,
     world->depth = depth;
     world->storage_size = kGuardBytes + kAlignment + offset +
                           rowbytes * static_cast<std::size_t>(height) + kGuardBytes;
-    world->storage.reset(new std::uint8_t[world->storage_size]);
+    world->storage = pool_->take(world->storage_size);
     std::uint8_t *storage = world->storage.get();
     const auto misalignment = reinterpret_cast<std::uintptr_t>(storage + kGuardBytes) % kAlignment;
     world->origin = kGuardBytes + (kAlignment - misalignment) + offset;
@@ -206,15 +249,39 @@ std::string WorldStore::freed_label(const PF_EffectWorld *world) const {
     return label == nullptr ? "" : *label;
 }
 
+std::unique_ptr<World> WorldStore::forget(World *world, const std::string &command) {
+    check_world(*world, command);
+    auto node = live_.extract(world->def.data);
+    return node.empty() ? nullptr : std::move(node.mapped());
+}
+
 void WorldStore::destroy(World *world, const std::string &command) {
     if (world == nullptr) return;
     const std::lock_guard lock(mutex_);
-    check_world(*world, command);
-    auto node = live_.extract(world->def.data);
-    if (node.empty()) return;
-    std::string label = "the world of " + world_label(*world);
-    freed_.take(std::move(world->storage), world->storage_size, node.key(), std::move(label),
-                command);
+    const std::unique_ptr<World> gone = forget(world, command);
+    if (gone == nullptr) return;
+    freed_.take(std::move(gone->storage), gone->storage_size, gone->def.data,
+                "the world of " + world_label(*gone), command);
+}
+
+HostPixels WorldStore::destroy_and_keep(World *world, const std::string &command) {
+    if (world == nullptr) return {};
+    const PF_EffectWorld def = world->def;
+    HostPixels pixels{def.width, def.height, world->depth, def.rowbytes, nullptr};
+    if (strict_.enabled) {
+        const PixelView view{reinterpret_cast<std::byte *>(def.data), def.rowbytes, def.width,
+                             def.height, world->depth};
+        pixels = make_host_pixels(def.width, def.height, world->depth, *pool_);
+        copy_rows(view, pixels.view());
+        destroy(world, command);
+        return pixels;
+    }
+    const std::lock_guard lock(mutex_);
+    const std::unique_ptr<World> gone = forget(world, command);
+    if (gone == nullptr) return {};
+    const std::shared_ptr<std::uint8_t[]> storage = std::move(gone->storage);
+    pixels.data = {storage, storage.get() + gone->origin};
+    return pixels;
 }
 
 void WorldStore::protect(World *world) {
@@ -255,18 +322,19 @@ std::vector<const World *> WorldStore::plugin_worlds() const {
     return result;
 }
 
-void fill_world(World &world, const Picture &picture) {
-    if (picture.width != world.def.width || picture.height != world.def.height) {
-        throw std::invalid_argument("a picture of " + std::to_string(picture.width) + "x" +
-                                    std::to_string(picture.height) + " does not fill a world of " +
-                                    world_label(world));
-    }
-    to_rows(picture, world.depth, world.def.data, world.def.rowbytes);
-}
-
 Picture world_picture(const World &world) {
     return from_rows(world.depth, world.def.data, world.def.rowbytes, world.def.width,
                      world.def.height);
+}
+
+std::int64_t count_poison(const World &world) {
+    return visit_depth(world.depth, [&]<Depth kDepth>() {
+        std::int64_t count = 0;
+        for (int y = 0; y < world.def.height; ++y) {
+            count += poison_in_row<kDepth>(row_start(world, y), pixel_bytes_per_row(world));
+        }
+        return count;
+    });
 }
 
 bool is_poison(const World &world, int x, int y) {

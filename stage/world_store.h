@@ -11,6 +11,7 @@
 
 #include "hostapi/effect_types.h"
 #include "stage/image/picture.h"
+#include "stage/pixels/host_pixels.h"
 #include "stage/quarantine.h"
 
 namespace stage {
@@ -70,6 +71,9 @@ class WorldStore {
     std::string freed_label(const PF_EffectWorld *world) const;
     /// Forgets `world` and frees its pixels; guard damage is reported. Null is ignored.
     void destroy(World *world, const std::string &command);
+    /// destroy() for a world of the host's own whose pixels are wanted on. With checks on they are
+    /// copied, so that later writes into the world are noticed; else its memory is taken over.
+    HostPixels destroy_and_keep(World *world, const std::string &command);
 
     /// Takes a checksum that `check()` compares: the plug-in must not write. Takes the writeable
     /// flag off.
@@ -82,14 +86,19 @@ class WorldStore {
     /// Bytes of pixels and padding that one world of a plug-in may have; larger requests fail.
     std::uint64_t size_limit = std::uint64_t{8} << 30;
 
+    /// Where the memory of worlds comes from.
+    BytePool &pool() const { return *pool_; }
+
   private:
     std::unique_ptr<World> make(int width, int height, Depth depth,
                                 const WorldLayout &layout) const;
     World *keep(std::unique_ptr<World> world);
+    std::unique_ptr<World> forget(World *world, const std::string &command);
     void check_world(World &world, const std::string &command) const;
 
     mutable std::mutex mutex_;
     Strict &strict_;
+    std::shared_ptr<BytePool> pool_ = std::make_shared<BytePool>();
     std::map<const void *, std::unique_ptr<World>> live_;
     Quarantine freed_;
 };
@@ -97,12 +106,11 @@ class WorldStore {
 /// "200x130 argb8", for messages.
 std::string world_label(const World &world);
 
-/// Fills `world` with `picture`, converted to the world's depth. Throws std::invalid_argument when
-/// the sizes differ.
-void fill_world(World &world, const Picture &picture);
 /// The world's pixels as a picture.
 Picture world_picture(const World &world);
 
+/// How many pixels still are what is_poison() finds.
+std::int64_t count_poison(const World &world);
 /// True when every byte of pixel (x, y) still holds the poison that a new world is filled with: the
 /// bytes 0B AD F0 0D over and over. At 16 bit that is no legal pixel, at 8 bit an unlikely one.
 bool is_poison(const World &world, int x, int y);

@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <vector>
+
+#include "stage/pixels/opaque_mean.h"
 
 namespace stage {
 namespace {
@@ -80,13 +83,22 @@ class Sampler {
         if (column >= 0 && row >= 0 && column < src_.width && row < src_.height) {
             const Pixel *upper = src_.row<const Pixel>(row) + column;
             if (fx == 0 && fy == 0) return lay(*upper, out);
-            if (opaque_replaces_ && column + 1 < src_.width && row + 1 < src_.height &&
-                no_zero_weight(fx, fy)) {
+            if (column + 1 < src_.width && row + 1 < src_.height) {
                 const Pixel *lower = src_.row<const Pixel>(row + 1) + column;
-                if (all_opaque(upper, lower)) return interpolate_opaque(upper, lower, fx, fy, out);
+                if (opaque_pair(upper, lower, fx, fy, out)) return;
             }
         }
         interpolate(column, row, fx, fy, out);
+    }
+
+    /// Interpolates two pixels of each of two rows where all four are opaque and replace what they
+    /// are laid over: the common case, without alpha arithmetic. False, with nothing done,
+    /// elsewhere.
+    bool opaque_pair(const Pixel *upper, const Pixel *lower, double fx, double fy,
+                     Pixel &out) const {
+        if (!opaque_replaces_ || !no_zero_weight(fx, fy) || !all_opaque(upper, lower)) return false;
+        opaque_mean(upper, lower, CornerWeights(fx, fy), out);
+        return true;
     }
 
   private:
@@ -107,31 +119,6 @@ class Sampler {
     // Integer codes are finite, so 0 times any of them is 0; a float may be infinite.
     static bool no_zero_weight(double fx, double fy) {
         return Traits::kInteger || (fx != 0 && fy != 0);
-    }
-
-    // to_channel for a weighted mean of codes, which is neither negative nor NaN: half the
-    // branches.
-    static typename Traits::Channel from_mean(double mean) {
-        using Channel = typename Traits::Channel;
-        if constexpr (Traits::kInteger) {
-            return static_cast<Channel>(
-                std::min(static_cast<int>(mean + 0.5), static_cast<int>(Traits::kWhite)));
-        } else {
-            return static_cast<Channel>(mean);
-        }
-    }
-
-    // Four opaque pixels that replace the destination: the common case, without alpha arithmetic.
-    static void interpolate_opaque(const Pixel *upper, const Pixel *lower, double fx, double fy,
-                                   Pixel &out) {
-        const double w11 = fx * fy, w10 = fx - w11, w01 = fy - w11, w00 = 1 - fx - w01;
-        const auto mix = [&](double a, double b, double c, double d) {
-            return from_mean(a * w00 + b * w10 + c * w01 + d * w11);
-        };
-        out.red = mix(upper[0].red, upper[1].red, lower[0].red, lower[1].red);
-        out.green = mix(upper[0].green, upper[1].green, lower[0].green, lower[1].green);
-        out.blue = mix(upper[0].blue, upper[1].blue, lower[0].blue, lower[1].blue);
-        out.alpha = upper[0].alpha;
     }
 
     void interpolate(int column, int row, double fx, double fy, Pixel &out) const {
@@ -163,11 +150,95 @@ class Sampler {
     bool opaque_replaces_;
 };
 
+// Where a coordinate falls between the pixels of a side.
+struct Tap {
+    double fraction = 0;   // weight of the second pixel
+    int first = -1;        // of two pixels of the source, -1 where there are not two
+    bool touches = false;  // some pixel of the source has a share
+};
+
+Tap tap_at(double position, int size) {
+    Tap tap;
+    tap.touches = position > -0.5 && position < size + 0.5;
+    if (!tap.touches) return tap;
+    const int first = static_cast<int>(position + 0.5) - 1;
+    tap.fraction = position - 0.5 - first;
+    if (first >= 0 && first + 1 < size) tap.first = first;
+    return tap;
+}
+
+// Draws through a matrix that only scales and moves, which is what monitors do with a picture:
+// columns are worked out once, and opaque pixels need little more than their mean. Everything else
+// is left to `sampler`.
+template <Depth kDepth>
+class ScaledPicture {
+  public:
+    using Pixel = typename DepthTraits<kDepth>::Pixel;
+
+    ScaledPicture(const PixelView &src, const Sampler<kDepth> &sampler,
+                  const PF_FloatMatrix &matrix, const Box &area)
+        : src_(src), sampler_(sampler), matrix_(matrix), left_(area.left) {
+        const RowMap map(matrix, area.top);
+        double x = 0, y = 0;
+        for (auto column = area.left; column < area.right; ++column) {
+            map.at(column, x, y);
+            taps_.push_back(tap_at(x, src.width));
+        }
+        // Those that touch the source lie together.
+        const auto touches = [](const Tap &tap) { return tap.touches; };
+        const auto begin = std::find_if(taps_.begin(), taps_.end(), touches);
+        const auto end = std::find_if_not(begin, taps_.end(), touches);
+        left_ += begin - taps_.begin();
+        taps_ = std::vector<Tap>(begin, end);
+    }
+
+    static bool serves(const PF_FloatMatrix &m) {
+        return m.mat[0][1] == 0 && m.mat[1][0] == 0 && m.mat[0][2] == 0 && m.mat[1][2] == 0 &&
+               m.mat[2][2] == 1;
+    }
+
+    void draw_row(std::int64_t y, Pixel *out) const {
+        if (taps_.empty()) return;
+        const RowMap map(matrix_, y);
+        double source_x = 0, source_y = 0;
+        map.at(left_, source_x, source_y);
+        const Tap row = tap_at(source_y, src_.height);
+        if (!row.touches) return;
+        const Pixel *upper = row.first >= 0 ? src_.row<const Pixel>(row.first) : nullptr;
+        const Pixel *lower = row.first >= 0 ? src_.row<const Pixel>(row.first + 1) : nullptr;
+        out += left_;
+        for (std::size_t i = 0; i < taps_.size(); ++i) {
+            const Tap &tap = taps_[i];
+            if (upper != nullptr && tap.first >= 0 &&
+                sampler_.opaque_pair(upper + tap.first, lower + tap.first, tap.fraction,
+                                     row.fraction, out[i])) {
+                continue;
+            }
+            map.at(left_ + static_cast<std::int64_t>(i), source_x, source_y);
+            sampler_.bilinear(source_x, source_y, out[i]);
+        }
+    }
+
+  private:
+    const PixelView &src_;
+    const Sampler<kDepth> &sampler_;
+    const PF_FloatMatrix &matrix_;
+    std::int64_t left_;  // column of the first tap
+    std::vector<Tap> taps_;
+};
+
 template <Depth kDepth>
 void transform(const PixelView &src, const PixelView &dst, const Box &area,
                const PF_FloatMatrix &matrix, const Compositing &how, Sampling sampling) {
     using Pixel = typename DepthTraits<kDepth>::Pixel;
     const Sampler<kDepth> sampler(src, how);
+    if (sampling == Sampling::kBilinear && ScaledPicture<kDepth>::serves(matrix)) {
+        const ScaledPicture<kDepth> picture(src, sampler, matrix, area);
+        for (auto y = area.top; y < area.bottom; ++y) {
+            picture.draw_row(y, dst.row<Pixel>(static_cast<int>(y)));
+        }
+        return;
+    }
     for (auto y = area.top; y < area.bottom; ++y) {
         const RowMap map(matrix, y);
         Pixel *out = dst.row<Pixel>(static_cast<int>(y));

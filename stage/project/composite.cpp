@@ -17,54 +17,43 @@ double relative_aspect(const Item &source, const Item &comp) {
            static_cast<double>(std::int64_t{source.par_den} * comp.par_num);
 }
 
-float opacity_of(const Layer &layer) {
-    if (!(layer.opacity > 0)) return 0.0f;
-    return layer.opacity >= 100 ? 1.0f : static_cast<float>(layer.opacity / 100);
-}
-
-bool is_drawn(const Layer &layer, bool nested) {
-    if (!layer.has_flag(layer_flag::kVideoActive) || layer.source == 0) return false;
-    if (layer.has_flag(layer_flag::kAdjustment) || layer.has_flag(layer_flag::kNull)) return false;
-    if (nested && layer.has_flag(layer_flag::kGuide)) return false;
-    return opacity_of(layer) > 0.0f;
-}
-
-/// True when drawing `picture` on an empty target would give the picture itself.
-bool replaces_empty(const Picture &picture, const Placement &placement, const Item &comp) {
+/// True when drawing `picture` on an empty target of that size would give the picture itself.
+bool replaces_empty(const Picture &picture, const Placement &placement, int width, int height) {
     int left = 0;
     int top = 0;
-    return picture.width == comp.width && picture.height == comp.height &&
-           placement.opacity >= 1.0f && lands_on_pixels(picture, placement, &left, &top) &&
-           left == 0 && top == 0;
+    return picture.width == width && picture.height == height && placement.opacity >= 1.0f &&
+           lands_on_pixels(picture.width, picture.height, placement, &left, &top) && left == 0 &&
+           top == 0;
 }
 
 Picture draw_layers(const Project &project, const Item &comp, int below, bool nested,
-                    std::int64_t frame) {
+                    std::int64_t frame, Resolution resolution) {
+    const int width = resolution.width(comp.width);
+    const int height = resolution.height(comp.height);
     Picture target;
     bool empty = true;
     for (int i = static_cast<int>(comp.layers.size()) - 1; i > below && i >= 0; --i) {
         const Layer &layer = comp.layers[static_cast<std::size_t>(i)];
         const Item *source = project.item(layer.source);
         if (source == nullptr || !is_drawn(layer, nested)) continue;
-        Picture picture = item_picture(project, source->id, frame);
-        const double scale = layer.scale / 100;
-        const Placement placement{layer.position_x, layer.position_y,
-                                  scale * relative_aspect(*source, comp), scale, opacity_of(layer)};
-        if (empty && replaces_empty(picture, placement, comp)) {
+        Picture picture = item_picture(project, source->id, frame, resolution);
+        const Placement placement = placement_of(layer, *source, comp, resolution);
+        if (empty && replaces_empty(picture, placement, width, height)) {
             target = std::move(picture);
         } else {
-            if (empty) target = make_picture(comp.width, comp.height, SampleType::Float);
+            if (empty) target = make_picture(width, height, SampleType::Float);
             draw_over(target, picture, placement);
         }
         empty = false;
     }
-    if (empty) target = make_picture(comp.width, comp.height, SampleType::Float);
+    if (empty) target = make_picture(width, height, SampleType::Float);
     target.pixel_aspect = pixel_aspect(comp);
     return target;
 }
 
-Picture solid_picture(const Item &item) {
-    Picture picture = make_picture(item.width, item.height, SampleType::Float);
+Picture solid_picture(const Item &item, Resolution resolution) {
+    Picture picture = make_picture(resolution.width(item.width), resolution.height(item.height),
+                                   SampleType::Float);
     for (std::size_t i = 0; i < picture.argb.size(); ++i) {
         picture.argb[i] = static_cast<float>(item.color[i % 4]);
     }
@@ -90,24 +79,64 @@ Picture footage_picture(const Item &item, std::int64_t frame) {
 
 }  // namespace
 
-Picture composite(const Project &project, ItemId comp, int below_layer_index, std::int64_t frame) {
-    const Item *item = project.comp(comp);
-    if (item == nullptr) throw ProjectError("there is no composition " + std::to_string(comp));
-    return draw_layers(project, *item, below_layer_index, false, frame);
+bool is_drawn(const Layer &layer, bool nested) {
+    if (!layer.has_flag(layer_flag::kVideoActive) || layer.source == 0) return false;
+    if (layer.has_flag(layer_flag::kAdjustment) || layer.has_flag(layer_flag::kNull)) return false;
+    if (nested && layer.has_flag(layer_flag::kGuide)) return false;
+    return opacity_of(layer) > 0.0f;
 }
 
-Picture item_picture(const Project &project, ItemId item, std::int64_t frame) {
+float opacity_of(const Layer &layer) {
+    if (!(layer.opacity > 0)) return 0.0f;
+    return layer.opacity >= 100 ? 1.0f : static_cast<float>(layer.opacity / 100);
+}
+
+Placement placement_of(const Layer &layer, const Item &source, const Item &comp,
+                       Resolution resolution) {
+    const double scale = layer.scale / 100;
+    Placement placement{layer.position_x, layer.position_y, scale * relative_aspect(source, comp),
+                        scale, opacity_of(layer)};
+    // The last block of a row may be cut off, so it is the left edge that keeps its place.
+    const auto reduced = [](double center, double factor, int full, int size, int divisor) {
+        return (center - full / 2.0 * factor) / divisor + size / 2.0 * factor;
+    };
+    if (resolution.x != 1) {
+        placement.center_x = reduced(placement.center_x, placement.scale_x, source.width,
+                                     resolution.width(source.width), resolution.x);
+    }
+    if (resolution.y != 1) {
+        placement.center_y = reduced(placement.center_y, placement.scale_y, source.height,
+                                     resolution.height(source.height), resolution.y);
+    }
+    return placement;
+}
+
+Picture composite(const Project &project, const StackPart &part, std::int64_t frame,
+                  Resolution resolution) {
+    const Item *item = project.comp(part.comp);
+    if (item == nullptr) throw ProjectError("there is no composition " + std::to_string(part.comp));
+    return draw_layers(project, *item, part.below, part.nested, frame, resolution);
+}
+
+Picture composite(const Project &project, ItemId comp, int below_layer_index, std::int64_t frame) {
+    return composite(project, {comp, below_layer_index, false}, frame, {});
+}
+
+Picture item_picture(const Project &project, ItemId item, std::int64_t frame,
+                     Resolution resolution) {
     const Item *found = project.item(item);
     if (found == nullptr) throw ProjectError("there is no item " + std::to_string(item));
     Picture picture;
     switch (found->kind) {
         case ItemKind::kComp:
-            return draw_layers(project, *found, -1, true, frame);
+            return draw_layers(project, *found, -1, true, frame, resolution);
         case ItemKind::kSolid:
-            picture = solid_picture(*found);
+            picture = solid_picture(*found, resolution);
             break;
         case ItemKind::kFootage:
             picture = footage_picture(*found, frame);
+            if (resolution != Resolution{})
+                picture = downsampled(picture, resolution.x, resolution.y);
             break;
     }
     picture.pixel_aspect = pixel_aspect(*found);

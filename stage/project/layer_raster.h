@@ -14,8 +14,9 @@ struct Placement {
     float opacity = 1;
 };
 
-/// True when the picture lands on whole pixels at its own size; then `*left` and `*top` say where.
-bool lands_on_pixels(const Picture &picture, const Placement &placement, int *left, int *top);
+/// True when a picture of that size lands on whole pixels at its own size; then `*left` and `*top`
+/// say where.
+bool lands_on_pixels(int width, int height, const Placement &placement, int *left, int *top);
 
 /// Draws `picture` over `target`, straight alpha. Scales of 0 and numbers that are not finite draw
 /// nothing.
