@@ -1,0 +1,74 @@
+#include "stage/play/session_shot.h"
+
+#include <cmath>
+
+#include "stage/image/picture_io.h"
+#include "stage/image/replacement_file.h"
+#include "stage/project/utf8_path.h"
+#include "stage/viewer/window_picture.h"
+
+namespace stage {
+namespace {
+
+Picture picture_of(const ViewImage &image) {
+    Picture picture = make_picture(image.width, image.height, SampleType::U8);
+    for (std::size_t i = 0; i < image.pixels.size(); ++i) {
+        for (std::size_t c = 0; c < 4; ++c) {
+            const std::uint32_t code = image.pixels[i] >> (24 - 8 * c) & 0xFF;
+            picture.argb[i * 4 + c] = static_cast<float>(code) / 255.0f;
+        }
+    }
+    return picture;
+}
+
+#ifdef _WIN32
+
+/// Pixel of a frame of `size` pixels that shows point `source` of `source_size`; -1 outside.
+int frame_pixel(double source, int source_size, int size) {
+    if (!(source >= 0 && source < source_size)) return -1;
+    return static_cast<int>(source * size / source_size);
+}
+
+/// The window with the frame alone, nearest pixels.
+ViewImage window_of(Workspace &desk) {
+    const ViewImage &frame = desk.view().image;
+    const Viewport &viewport = desk.viewport();
+    ViewImage window{viewport.width, viewport.height, {}};
+    for (int y = 0; y < window.height; ++y) {
+        const int row = frame_pixel(viewport.source_y(y + 0.5), desk.source_height(), frame.height);
+        for (int x = 0; x < window.width; ++x) {
+            const int column =
+                frame_pixel(viewport.source_x(x + 0.5), desk.source_width(), frame.width);
+            window.pixels.push_back(row < 0 || column < 0 ? kPasteboard : frame.at(column, row));
+        }
+    }
+    return window;
+}
+
+void write_overlay(Workspace &desk, const std::filesystem::path &file) {
+    write_whole_file(file, to_text(desk.overlay()));
+}
+
+#else
+
+ViewImage window_of(Workspace &desk) {
+    return window_picture(desk.view().image, desk.source_width(), desk.source_height(),
+                          desk.viewport(), desk.overlay(), desk.session().host.drawbot.theme);
+}
+
+/// The overlay is in the picture.
+void write_overlay(Workspace &, const std::filesystem::path &) {}
+
+#endif
+
+}  // namespace
+
+void take_shot(Workspace &desk, const std::optional<std::filesystem::path> &folder,
+               const std::string &name) {
+    const Picture picture = picture_of(window_of(desk));
+    if (!folder) return;
+    write_picture(*folder / path_from_utf8(name + ".png"), picture, Depth::U8);
+    write_overlay(desk, *folder / path_from_utf8(name + ".txt"));
+}
+
+}  // namespace stage
