@@ -8,6 +8,9 @@ namespace stage_cli {
 
 void add_render_commands(CLI::App &app, int &status);  // render and trace
 void add_params_command(CLI::App &app, int &status);
+void add_panel_command(CLI::App &app, int &status);
+void add_session_command(CLI::App &app, int &status);
+void add_view_command(CLI::App &app, int &status);
 void add_inspect_command(CLI::App &app, int &status);
 
 }  // namespace stage_cli

@@ -15,6 +15,9 @@ int main(int argc, char **argv) {
     int status = stage_cli::kSuccess;
     stage_cli::add_render_commands(app, status);
     stage_cli::add_params_command(app, status);
+    stage_cli::add_panel_command(app, status);
+    stage_cli::add_session_command(app, status);
+    stage_cli::add_view_command(app, status);
     stage_cli::add_inspect_command(app, status);
     try {
         std::vector<std::string> words = stage_cli::command_line_words(argc, argv);

@@ -6,6 +6,7 @@
 #include <thread>
 
 #include "exit_status.h"
+#include "findings.h"
 #include "job_text.h"
 #include "plugin_choice.h"
 #include "progress.h"
@@ -201,20 +202,6 @@ void render_frame(Session &session, Scene &scene, RenderSettings settings, const
     write_picture(file, result.picture, session.host.options.depth);
 }
 
-/// Prints what the host would have shown, and what it found. True when rules were broken.
-bool report(const Session &session) {
-    for (const ShownMessage &message : session.host.messages) {
-        std::fprintf(stderr, "%s: %s\n", message.as_error ? "warning" : "message",
-                     message.text.c_str());
-    }
-    const std::vector<Finding> violations = session.host.strict.violations();
-    for (const Finding &finding : violations) {
-        std::fprintf(stderr, "finding [%s] %s: %s\n", finding.check.c_str(),
-                     finding.command.c_str(), finding.text.c_str());
-    }
-    return !violations.empty();
-}
-
 }  // namespace
 
 int run_render(const RenderJob &job, bool trace) {
@@ -247,7 +234,7 @@ int run_render(const RenderJob &job, bool trace) {
     }
     if (!job.save_project.empty()) session.save(path_from_utf8(job.save_project));
     session.stop();
-    return report(session) ? kFindings : kSuccess;
+    return report_findings(session) ? kFindings : kSuccess;
 }
 
 }  // namespace stage_cli
