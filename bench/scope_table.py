@@ -1,4 +1,4 @@
-"""The scopes' benchmark as a table: scope_table.py RESULTS.json [FFMPEG.txt]
+"""The benchmarks of scopes and viewers as tables: scope_table.py RESULTS.json [FFMPEG.txt]
 
 RESULTS.json is Google Benchmark's output of ks_bench, FFMPEG.txt that of bench/peer-ffmpeg. Times are
 medians of the repetitions where a case has several, in milliseconds. Prints Markdown; sections without results are left out.
@@ -21,7 +21,8 @@ class Results:
             if case.get("error_occurred") or not (single or case.get("aggregate_name") == "median"):
                 continue
             name = "/".join(part for part in case["run_name"].split("/")
-                            if part.split(":")[0] not in ("iterations", "repeats", "manual_time"))
+                            if part.split(":")[0] not in ("iterations", "repeats", "manual_time",
+                                                              "real_time"))
             self.cases[name] = case
 
     def ms(self, kind, frame, threads=None):
@@ -62,7 +63,7 @@ def cell(value, digits=1):
     return "" if value is None else f"{value:.{digits}f}"
 
 
-LEFT = ("Frame", "Depth", "Settings", "Picture", "Goal")  # columns of text; the others are numbers
+LEFT = ("Frame", "Depth", "Settings", "Picture", "Layout", "Checks", "Goal")  # columns of text; the others are numbers
 
 
 def table(head, rows):
@@ -112,6 +113,21 @@ def memory_rows(results):
     return rows
 
 
+LAYOUTS = {"single": "Single", "four_way_classic": "Four-Way Classic"}
+
+
+def viewer_rows(results):
+    rows = []
+    for name, case in results.cases.items():
+        kind, *parts = name.split("/")
+        if kind == "viewer":
+            _, size, depth, layout, *strict = parts
+            rows.append([size, DEPTHS[depth], LAYOUTS[layout], "on" if strict else "off",
+                         cell(case["real_time"]), cell(case["plug_in"]), cell(case["host"]),
+                         cell(1000 / case["real_time"], 0)])
+    return rows
+
+
 def goals(results, ffmpeg):
     """(what, value, limit, unit, True when larger is better); without those that were not timed."""
     for size in ("1920x1080", "3840x2160"):
@@ -128,6 +144,11 @@ def goals(results, ffmpeg):
             if size == "1920x1080":
                 one = results.ms("pass", f"{size}/{depth}/default/natural", 1)
                 yield f"{size}, {DEPTHS[depth]}, default: pass, ms", one, 5, False
+    for layout, name in LAYOUTS.items():
+        for checks, suffix, limit in (("off", "", 35), ("on", "/strict", 50)):
+            case = results.cases.get(f"viewer/drag/1920x1080/8bit/{layout}{suffix}")
+            yield (f"viewer, 1920x1080, 8, {name}, checks {checks}: frame, ms",
+                   case and case["real_time"], limit, False)
     for depth, *_, total in small_rows(results):
         yield f"{DEPTHS[depth]}: set-up + merge + graticules, ms", total, 4, False
     most = max((case["MiB_64_parts"] for name, case in results.cases.items()
@@ -157,11 +178,14 @@ def report(results, ffmpeg, version):
           for depth, *values in small_rows(results)]),
         ("Accumulators, MiB", ["Frame", "Depth", "Settings", "1 thread", "2 threads", "64 parts"],
          memory_rows(results)),
+        ("Frames of a viewer during a drag, ms",
+         ["Frame", "Depth", "Layout", "Checks", "Frame time", "Plug-in", "Host", "Per second"],
+         viewer_rows(results)),
         ("Goals", ["Goal", "Measured", "Limit", ""], goal_rows(results, ffmpeg)),
     ]
     text = [f"**{title}**\n\n{table(head, rows)}" for title, head, rows in sections if rows]
     if not text:
-        return "no scope cases were run"
+        return "no cases of the tables were run"
     notes = [f"natural picture: {results.context.get('natural_picture', 'unknown')}"]
     if ffmpeg:
         notes.append(f"ffmpeg {version}: " +
