@@ -174,11 +174,13 @@ const ViewFrame &Workspace::view() {
     settings.downsample_x = downsample_;
     settings.downsample_y = downsample_;
     const ItemId comp = session_.host.project.active_comp;
-    view_ = ViewFrame{};
-    if (window == WindowKind::kLayer && chosen_ != nullptr) {
-        view_ = render_layer(session_, chosen_->layer, settings);
-    } else if (session_.host.project.comp(comp) != nullptr) {
-        view_ = render_comp(session_, comp, settings);
+    const bool layer_window = window == WindowKind::kLayer && chosen_ != nullptr;
+    if (layer_window && session_.host.project.layer(chosen_->layer)->source != 0) {
+        render_layer(session_, chosen_->layer, settings, view_);
+    } else if (!layer_window && session_.host.project.comp(comp) != nullptr) {
+        render_comp(session_, comp, settings, view_);
+    } else {
+        view_ = ViewFrame{};
     }
     viewed_ = version_;
     viewed_window_ = window;

@@ -1,5 +1,6 @@
 #include "stage/play/line_index.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <nlohmann/json.hpp>
 #include <set>

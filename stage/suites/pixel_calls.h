@@ -1,7 +1,7 @@
 // Copy, fill, transfer and transform, shared by the world transform suite and the callback table.
 // `name` is the trace name. Worlds of one call must have the same depth, else error 516; dead
-// worlds are a finding and error 516. Where the schedule has real threads, a transform shares its rows
-// out to them; no code of the plug-in runs there. [host thread]
+// worlds are a finding and error 516. Where the schedule has real threads, a transform shares its
+// rows out to them; no code of the plug-in runs there. [host thread]
 #pragma once
 
 #include "hostapi/effect_types.h"

@@ -1,7 +1,8 @@
 // Every session file that comes with the project, played against the plug-in.
 #include <algorithm>
-#include <cctype>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <vector>
 
 #include "stage/play/player_fixture.h"
@@ -36,6 +37,30 @@ INSTANTIATE_TEST_SUITE_P(All, SessionFiles, testing::ValuesIn(session_files()),
                              std::ranges::replace(name, '-', '_');
                              return name;
                          });
+
+/// The first block of JSON on the page.
+std::string documented_example() {
+    std::ifstream stream(KS_SOURCE_DIR "/docs/session-files.md", std::ios::binary);
+    const std::string page{std::istreambuf_iterator<char>(stream), {}};
+    const std::size_t begin = page.find("```json\n") + 8;
+    return page.substr(begin, page.find("```", begin) - begin);
+}
+
+TEST(Documentation, example_goes_as_the_page_says) {
+    const std::string text = documented_example();
+    const stage::PlayReport report =
+        stage::play_session(KS_PLUGIN_FILE, stage::session_from_text(text, "wipe.json"), {});
+    expect_clean(report);
+    EXPECT_EQ(report.steps, 13);
+    EXPECT_EQ(report.checks, 7);
+    std::string wrong = text;
+    wrong.replace(wrong.rfind("100"), 3, "99");
+    EXPECT_THAT(
+        stage::play_session(KS_PLUGIN_FILE, stage::session_from_text(wrong, "wipe.json"), {})
+            .failures,
+        testing::ElementsAre("wipe.json:24: steps[12].expect.values.Compare Opacity: wanted "
+                             "99, found 100"));
+}
 
 }  // namespace
 }  // namespace ks::play

@@ -40,6 +40,44 @@ TEST_F(ViewPanel, TypedNumberIsTakenWithinTheLimits) {
     EXPECT_EQ(stop(), 0);
 }
 
+TEST_F(ViewPanel, TypedColourIsOneStepOfUndo) {
+    start();
+    const Json before = entry(report(), kColor)["value"];
+    click("checkbox", "Show Reference Line", 36);
+    wait_for("the colour enabled",
+             [](const Json &now) { return entry(now, kColor)["disabled"] == false; });
+    click("color", "Reference Colour", kColor);
+    display().key("a", true);
+    for (const char *letter : {"4", "0", "8", "0", "c", "0"}) display().key(letter);
+    display().key("Return");
+    wait_for("the colour",
+             [](const Json &now) { return entry(now, kColor)["value"] == "#4080c0"; });
+    display().key("z", true);
+    wait_for("undo", [&](const Json &now) { return entry(now, kColor)["value"] == before; });
+    EXPECT_EQ(entry(report(), 36)["value"], true) << "that was a step before";
+    EXPECT_EQ(stop(), 0);
+}
+
+TEST_F(ViewPanel, PointStaysOnItsLayer) {
+    start();
+    const Json first = report();
+    Json rect;  // of the last of its two fields, y
+    for (const Json &widget : first["widgets"]) {
+        if (widget["role"] == "point" && widget.value("parameter", -1) == 27) rect = widget["rect"];
+    }
+    const Point second{rect[0].get<int>() + rect[2].get<int>() / 2,
+                       rect[1].get<int>() + rect[3].get<int>() / 2};
+    click(second);
+    click(second);
+    display().key("a", true);
+    for (const char *digit : {"5", "0", "0", "0"}) display().key(digit);
+    display().key("Return");
+    const Json after =
+        wait_for("the point", [](const Json &now) { return entry(now, 27)["value"][1] == 1080.0; });
+    EXPECT_EQ(entry(after, 27)["value"][0], entry(first, 27)["value"][0]);
+    EXPECT_EQ(stop(), 0);
+}
+
 TEST_F(ViewPanel, ChoiceOfAPopupEnablesWhatDependsOnIt) {
     start();
     ASSERT_EQ(entry(report(), kSize)["disabled"], true);

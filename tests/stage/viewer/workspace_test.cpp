@@ -271,6 +271,18 @@ TEST_F(WorkspaceTest, the_layer_window_shows_the_layer) {
     desk.release(320, 180);
 }
 
+TEST_F(WorkspaceTest, the_layer_window_of_a_text_layer_is_empty) {
+    desk.add_chart("test-card", 64, 36);
+    desk.add_text("Title");
+    desk.apply();
+    ASSERT_NE(desk.effect(), nullptr);
+    desk.window = WindowKind::kLayer;
+    EXPECT_EQ(desk.view().image.width, 0);
+    EXPECT_EQ(desk.source_width(), 64) << "as large as its composition";
+    desk.window = WindowKind::kComp;
+    EXPECT_EQ(desk.view().image.width, 64);
+}
+
 TEST_F(WorkspaceTest, time_stays_within_the_composition) {
     set_the_scene();
     desk.set_frame(1000);
