@@ -51,8 +51,8 @@ class Session {
     EffectInstance *apply(LayerId layer, CommandResult *result = nullptr);
     /// SEQUENCE_SETDOWN, then the effect is gone from its layer.
     CommandResult remove(EffectInstance &instance);
-    /// Flattens the instance into the project, so that undo can bring it back; it goes on. Throws
-    /// SessionError when the plug-in fails.
+    /// Flattens the instance into the project, so that undo can bring it back; it goes on. An
+    /// effect without a record leaves no data. Throws SessionError when the plug-in fails.
     void store_sequence(EffectInstance &instance);
     /// One step back or forth. Running effects that the project no longer holds are set down; those
     /// that it holds again get their flat data and RESETUP. The panels are refreshed. False when

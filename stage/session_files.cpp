@@ -16,6 +16,10 @@ void require(const CommandResult &result, PF_Cmd cmd) {
 }  // namespace
 
 void Session::store_sequence(EffectInstance &instance) {
+    if (instance.sequence_data == nullptr || !host.handles.is_live(instance.sequence_data)) {
+        state_of(instance).flat_sequence.clear();  // the record was lost: there is nothing to keep
+        return;
+    }
     require(flatten(instance), PF_Cmd_SEQUENCE_FLATTEN);
     state_of(instance).flat_sequence = sequence_bytes(instance);
     require(resetup(instance), PF_Cmd_SEQUENCE_RESETUP);

@@ -11,6 +11,7 @@ int main(int argc, char **argv) {
     CLI::App app{"Runs Kestrel Scopes in an embedded host that behaves like the real one."};
     app.name("kestrel-stage");
     app.require_subcommand(1);
+    app.allow_windows_style_options(false);  // a word that begins with / is a path everywhere
     app.footer("Exit status: 0 done, 1 failed, 2 wrong command line, 3 done with findings.");
     int status = stage_cli::kSuccess;
     stage_cli::add_render_commands(app, status);

@@ -113,7 +113,7 @@ void Desk::delete_layer() {
 }
 
 void Desk::set_value(int index, const stage::ParamValue &value) {
-    if (button_down_ && !edit_open_) {
+    if (held_ && !edit_open_) {
         session().host.undo.begin_group("Edit");
         edit_open_ = true;
     }
@@ -124,9 +124,9 @@ void Desk::set_value(int index, const stage::ParamValue &value) {
     });
 }
 
-void Desk::settle_edits(bool button_down) {
-    button_down_ = button_down;
-    if (button_down || !edit_open_) return;
+void Desk::settle_edits(bool held) {
+    held_ = held;
+    if (held || !edit_open_) return;
     session().host.undo.end_group();
     edit_open_ = false;
 }

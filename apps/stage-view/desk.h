@@ -53,10 +53,10 @@ class Desk {
     void duplicate_layer();
     void delete_layer();
 
-    // Edits in the panel. Those of one press of the mouse are one step of undo.
+    // Edits in the panel. Those of one hold of a widget, by mouse or keys, are one step of undo.
     void set_value(int index, const stage::ParamValue &value);
-    /// Once per frame: closes the step when the button is up.
-    void settle_edits(bool button_down);
+    /// Once per frame: closes the step when no widget is held.
+    void settle_edits(bool held);
     void reset_effect();
     void undo();
     void redo();
@@ -109,7 +109,7 @@ class Desk {
     std::size_t messages_taken_ = 0;
     int threads_ = 0;
     bool edit_open_ = false;
-    bool button_down_ = false;
+    bool held_ = false;
 };
 
 }  // namespace stage_view

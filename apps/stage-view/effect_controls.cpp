@@ -17,7 +17,7 @@ constexpr const char *kEffectName = "Kestrel Scopes 2";
 
 constexpr float kIndent = 15;
 /// Where values start, as a share of the panel's width.
-constexpr float kNameShare = 0.45f;
+constexpr float kNameShare = 0.55f;
 
 constexpr ImGuiWindowFlags kPanelFlags = ImGuiWindowFlags_NoMove | ImGuiWindowFlags_NoResize |
                                          ImGuiWindowFlags_NoTitleBar |

@@ -19,7 +19,7 @@ namespace {
 /// finds its size in the second.
 constexpr int kRestFrames = 3;
 
-constexpr int kPanelWidth = 450;
+constexpr int kPanelWidth = 470;
 
 int button_place(Uint8 button) {
     return button == SDL_BUTTON_LEFT ? 0 : button == SDL_BUTTON_RIGHT ? 1 : 2;
@@ -69,6 +69,7 @@ void FrameLoop::take_button(const SDL_MouseButtonEvent &button) {
     const bool down = button.type == SDL_MOUSEBUTTONDOWN;
     buttons_[button_place(button.button)] = down;
     if (down) {
+        if (pane_.area().contains(button.x, button.y)) desk_.settle_edits(false);
         pane_.press(button.x, button.y, button.button, button.clicks, space_down_, pane_is_free());
         // A number that is being typed is done with a press beside it.
         if (pane_.holds_mouse()) ImGui::SetWindowFocus(nullptr);
@@ -78,7 +79,12 @@ void FrameLoop::take_button(const SDL_MouseButtonEvent &button) {
 }
 
 void FrameLoop::take_key(const SDL_KeyboardEvent &key) {
-    const bool typing = ImGui::GetIO().WantTextInput;
+    ImGuiIO &io = ImGui::GetIO();
+    // SDL's own state may be ahead of this event.
+    io.KeyCtrl = (key.keysym.mod & KMOD_CTRL) != 0;
+    io.KeyShift = (key.keysym.mod & KMOD_SHIFT) != 0;
+    io.KeyAlt = (key.keysym.mod & KMOD_ALT) != 0;
+    const bool typing = io.WantTextInput;
     if (key.keysym.sym == SDLK_SPACE) space_down_ = key.type == SDL_KEYDOWN && !typing;
     if (key.type != SDL_KEYDOWN || typing) return;
     const bool dialog = menus_.asks() || !desk_.notices.empty();
@@ -132,8 +138,19 @@ bool FrameLoop::take_event(const Event &event) {
 void FrameLoop::take_events() {
     Event event;
     bool any = false;
-    while (SDL_PollEvent(&event) != 0) {
+    const auto next = [&] {
+        if (!held_back_) return SDL_PollEvent(&event) != 0;
+        event = *held_back_;
+        held_back_.reset();
+        return true;
+    };
+    while (next()) {
         any = true;
+        const bool button = event.type == SDL_MOUSEBUTTONDOWN || event.type == SDL_MOUSEBUTTONUP;
+        if (button && pending_move_) {
+            held_back_ = event;
+            break;
+        }
         if (take_event(event)) break;
     }
     take_move();
@@ -171,7 +188,7 @@ void FrameLoop::draw() {
     // In menus and dialogs keys move about; elsewhere they belong to the picture.
     io.ConfigFlags &= ~ImGuiConfigFlags_NavEnableKeyboard;
     if (popup_open_) io.ConfigFlags |= ImGuiConfigFlags_NavEnableKeyboard;
-    desk_.settle_edits(io.MouseDown[0]);
+    desk_.settle_edits(io.MouseDown[0] || ImGui::IsAnyItemActive());
     ImGui::NewFrame();
     draw_widgets();
     popup_open_ =

@@ -50,6 +50,7 @@ class FrameLoop {
     FrameTimes times_;
 
     std::optional<SDL_MouseMotionEvent> pending_move_;
+    std::optional<Event> held_back_;  ///< the first event of the next batch
     float mouse_x_ = 0, mouse_y_ = 0;
     bool buttons_[3] = {};  ///< left, right, middle
     bool mouse_inside_ = false;

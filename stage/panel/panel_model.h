@@ -23,13 +23,13 @@ struct PanelEntry {
     std::string label;                 ///< checkbox: the text beside the box
     std::vector<std::string> choices;  ///< popup: with its separators, "(-"
     ParamValue value;
-    std::string text;               ///< the value as the panel writes it: "200.0", "100.0 %", "on"
-    double minimum = 0, maximum = 0;              ///< slider: of what can be typed
+    std::string text;  ///< the value as the panel writes it: "200.0", "100.0 %", "on"
+    double minimum = 0, maximum = 0;                ///< slider: of what can be typed
     double slider_minimum = 0, slider_maximum = 0;  ///< slider: of its slider
-    int precision = 0;                            ///< slider: digits behind the point
+    int precision = 0;                              ///< slider: digits behind the point
     bool percent = false;
-    bool hidden = false;    ///< by itself, or with a group around it
-    bool disabled = false;  ///< greyed: shown, not to be changed
+    bool hidden = false;     ///< by itself, or with a group around it
+    bool disabled = false;   ///< greyed: shown, not to be changed
     bool collapsed = false;  ///< group or parameter whose twirl is closed
 };
 

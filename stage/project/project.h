@@ -86,9 +86,9 @@ class FrameReader {
     FrameReader() = default;
     FrameReader(std::nullptr_t) {}  // NOLINT: as a function's
     template <class F>
-        requires(!std::is_same_v<std::remove_cvref_t<F>, FrameReader> &&
-                 std::is_invocable_r_v<Picture, F &, std::int64_t>)
-    FrameReader(F &&read)  // NOLINT: callables are meant to convert
+    requires(!std::is_same_v<std::remove_cvref_t<F>, FrameReader> &&
+             std::is_invocable_r_v<Picture, F &, std::int64_t>)
+        FrameReader(F &&read)  // NOLINT: callables are meant to convert
         : read_(std::make_shared<Function>(std::forward<F>(read))) {}
 
     Picture operator()(std::int64_t frame) const { return (*read_)(frame); }

