@@ -63,15 +63,14 @@ void Strict::report(std::string_view check, std::string_view command, std::strin
     if (!enabled) return;
     const bool known = is_known(check, command, text);
     const std::lock_guard lock(mutex_);
+    if (known && ++known_count_ > kMaxKnown) return;
     findings_.push_back({std::string(check), std::string(command), std::move(text), known});
+    if (!known) violations_.push_back(findings_.back());
 }
 
 std::vector<Finding> Strict::violations() const {
     const std::lock_guard lock(mutex_);
-    std::vector<Finding> result;
-    std::ranges::copy_if(findings_, std::back_inserter(result),
-                         [](const Finding &finding) { return !finding.known; });
-    return result;
+    return violations_;
 }
 
 std::vector<Finding> Strict::all() const {
@@ -82,6 +81,8 @@ std::vector<Finding> Strict::all() const {
 void Strict::clear() {
     const std::lock_guard lock(mutex_);
     findings_.clear();
+    violations_.clear();
+    known_count_ = 0;
 }
 
 }  // namespace stage

@@ -1,6 +1,7 @@
 // Strict mode: what a plug-in must not do, noticed and written down.
 #pragma once
 
+#include <cstddef>
 #include <mutex>
 #include <span>
 #include <string>
@@ -31,6 +32,9 @@ std::span<const KnownDeparture> known_departures();
 /// Collects findings. On by default. Thread-safe.
 class Strict {
   public:
+    /// Known departures beyond this many are not kept: they come with every event, for hours.
+    static constexpr std::size_t kMaxKnown = 10000;
+
     bool enabled = true;
 
     void report(std::string_view check, std::string_view command, std::string text);
@@ -42,6 +46,8 @@ class Strict {
   private:
     mutable std::mutex mutex_;
     std::vector<Finding> findings_;
+    std::vector<Finding> violations_;
+    std::size_t known_count_ = 0;
 };
 
 }  // namespace stage

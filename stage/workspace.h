@@ -26,6 +26,12 @@ struct PointerReply {
     LayerId selected = 0;  ///< layer that a press on nothing else selected; 0 for none
 };
 
+/// The host's own mark of a point parameter, at a window point.
+struct CrossHair {
+    int index = 0;  ///< of the parameter
+    double x = 0, y = 0;
+};
+
 /// Acts are a user's: each is one step of undo where the real host makes one. Layers are those of
 /// the active comp; new ones arrive at the top, selected alone. Acts throw SessionError or
 /// ProjectError with one line when the host cannot carry them out; what the plug-in answers is
@@ -105,6 +111,8 @@ class Workspace {
     int source_height() const;
     /// What the chosen effect draws over it; empty without one.
     const DrawList &overlay();
+    /// All that the window shows over the frame: the overlay, and the host's own cross-hairs.
+    DrawList window_overlay();
     /// Goes up with everything that may change what is seen.
     std::uint64_t version() const { return version_; }
     void touch() { ++version_; }
@@ -120,6 +128,7 @@ class Workspace {
     void duplicate_effects(const Layer &original, LayerId copy);
     void choose_selected();
     void settle_effects();
+    std::vector<CrossHair> cross_hairs() const;
     int cross_hair_at(int x, int y) const;
     PF_Err move_cross_hair(int x, int y);
     LayerId layer_at(int x, int y) const;
@@ -133,7 +142,8 @@ class Workspace {
     std::map<WindowKind, std::unique_ptr<Viewer>> viewers_;
     std::int64_t frame_ = 0;
     int downsample_ = 1;
-    int native_point_ = 0;
+    int native_point_ = 0;                ///< parameter of the cross-hair that is held
+    double native_x_ = 0, native_y_ = 0;  ///< window point that it is held at
     std::uint64_t version_ = 1;
     std::uint64_t viewed_ = 0;  ///< version of view_
     WindowKind viewed_window_ = WindowKind::kComp;

@@ -10,8 +10,29 @@
 namespace stage {
 namespace {
 
-/// The host's own cross-hairs are taken hold of within this distance, window pixels.
+/// The host's own cross-hairs are taken hold of within this distance, and drawn so large, window
+/// pixels.
 constexpr double kCrossHairReach = 6;
+
+/// A cross in a square on its corner.
+DrawPrimitive mark_at(double at_x, double at_y) {
+    constexpr float kArm = static_cast<float>(kCrossHairReach);
+    constexpr float kCorner = 4;
+    const float x = static_cast<float>(at_x), y = static_cast<float>(at_y);
+    using Kind = PathStep::Kind;
+    const auto step = [](Kind kind, float to_x, float to_y) {
+        return PathStep{kind, {DrawPoint{to_x, to_y}}};
+    };
+    DrawPrimitive mark;
+    mark.kind = DrawPrimitive::Kind::kThemeStroke;
+    mark.shadow = true;
+    mark.path = {step(Kind::kMove, x - kArm, y),    step(Kind::kLine, x + kArm, y),
+                 step(Kind::kMove, x, y - kArm),    step(Kind::kLine, x, y + kArm),
+                 step(Kind::kMove, x - kCorner, y), step(Kind::kLine, x, y - kCorner),
+                 step(Kind::kLine, x + kCorner, y), step(Kind::kLine, x, y + kCorner),
+                 step(Kind::kClose, 0, 0)};
+    return mark;
+}
 
 }  // namespace
 
@@ -52,8 +73,10 @@ std::pair<double, double> Workspace::window_point(double layer_x, double layer_y
     return {port.window_x(layer_x), port.window_y(layer_y)};
 }
 
-int Workspace::cross_hair_at(int x, int y) const {
-    if (chosen_ == nullptr) return 0;
+/// Of the chosen effect's points that are neither hidden nor greyed, by parameter.
+std::vector<CrossHair> Workspace::cross_hairs() const {
+    std::vector<CrossHair> marks;
+    if (chosen_ == nullptr) return marks;
     const ParamCatalog &catalog = session_.plugin.catalog;
     const auto &streams = session_.host.project.layer(chosen_->layer)
                               ->effects.at(static_cast<std::size_t>(chosen_->effect))
@@ -62,8 +85,17 @@ int Workspace::cross_hair_at(int x, int y) const {
         const auto place = static_cast<std::size_t>(index);
         if (catalog.at(index).def.param_type != PF_Param_POINT || streams[place].hidden) continue;
         if ((chosen_->looks.at(place).ui_flags & PF_PUI_DISABLED) != 0) continue;
-        const auto [at_x, at_y] = window_point(streams[place].value.x, streams[place].value.y);
-        if (std::hypot(at_x - x, at_y - y) <= kCrossHairReach) return index;
+        const auto [x, y] = index == native_point_
+                                ? std::pair{native_x_, native_y_}
+                                : window_point(streams[place].value.x, streams[place].value.y);
+        marks.push_back({index, x, y});
+    }
+    return marks;
+}
+
+int Workspace::cross_hair_at(int x, int y) const {
+    for (const CrossHair &mark : cross_hairs()) {
+        if (std::hypot(mark.x - x, mark.y - y) <= kCrossHairReach) return mark.index;
     }
     return 0;
 }
@@ -92,6 +124,8 @@ PointerReply Workspace::press(int x, int y, int clicks, PF_Modifiers modifiers) 
     changed();
     if (reply.event.handled) return reply;
     reply.native_point = native_point_ = cross_hair_at(x, y);
+    native_x_ = x;
+    native_y_ = y;
     if (native_point_ != 0) return reply;
     reply.selected = layer_at(x, y);
     if (reply.selected != 0) select({reply.selected});
@@ -101,7 +135,12 @@ PointerReply Workspace::press(int x, int y, int clicks, PF_Modifiers modifiers) 
 PointerReply Workspace::move(int x, int y, PF_Modifiers modifiers) {
     PointerReply reply;
     reply.native_point = native_point_;
-    if (native_point_ != 0) return reply;
+    if (native_point_ != 0) {
+        native_x_ = x;
+        native_y_ = y;
+        changed();
+        return reply;
+    }
     if (Viewer *front = viewer()) reply.event = front->move(x, y, modifiers);
     if (!reply.event.changed.empty()) changed();
     return reply;
@@ -200,6 +239,12 @@ const DrawList &Workspace::overlay() {
     drawn_viewport_ = viewports_[window];
     drawn_window_ = window;
     return overlay_;
+}
+
+DrawList Workspace::window_overlay() {
+    DrawList all = overlay();
+    for (const CrossHair &mark : cross_hairs()) all.primitives.push_back(mark_at(mark.x, mark.y));
+    return all;
 }
 
 }  // namespace stage

@@ -101,7 +101,7 @@ void PicturePane::refresh_texture() {
     }
     const stage::ViewImage picture =
         stage::window_picture(frame.image, workspace.source_width(), workspace.source_height(),
-                              viewport, workspace.overlay(), stage::OverlayTheme{});
+                              viewport, workspace.window_overlay(), stage::OverlayTheme{});
     if (texture_ == nullptr || texture_width_ != picture.width ||
         texture_height_ != picture.height) {
         texture_ = window_.make_picture_texture(picture.width, picture.height);

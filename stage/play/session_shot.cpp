@@ -1,7 +1,5 @@
 #include "stage/play/session_shot.h"
 
-#include <cmath>
-
 #include "stage/image/picture_io.h"
 #include "stage/image/replacement_file.h"
 #include "stage/project/utf8_path.h"
@@ -23,37 +21,22 @@ Picture picture_of(const ViewImage &image) {
 
 #ifdef _WIN32
 
-/// Pixel of a frame of `size` pixels that shows point `source` of `source_size`; -1 outside.
-int frame_pixel(double source, int source_size, int size) {
-    if (!(source >= 0 && source < source_size)) return -1;
-    return static_cast<int>(source * size / source_size);
-}
-
-/// The window with the frame alone, nearest pixels.
+/// The window with the frame alone.
 ViewImage window_of(Workspace &desk) {
-    const ViewImage &frame = desk.view().image;
-    const Viewport &viewport = desk.viewport();
-    ViewImage window{viewport.width, viewport.height, {}};
-    for (int y = 0; y < window.height; ++y) {
-        const int row = frame_pixel(viewport.source_y(y + 0.5), desk.source_height(), frame.height);
-        for (int x = 0; x < window.width; ++x) {
-            const int column =
-                frame_pixel(viewport.source_x(x + 0.5), desk.source_width(), frame.width);
-            window.pixels.push_back(row < 0 || column < 0 ? kPasteboard : frame.at(column, row));
-        }
-    }
-    return window;
+    return frame_in_window(desk.view().image, desk.source_width(), desk.source_height(),
+                           desk.viewport());
 }
 
 void write_overlay(Workspace &desk, const std::filesystem::path &file) {
-    write_whole_file(file, to_text(desk.overlay()));
+    write_whole_file(file, to_text(desk.window_overlay()));
 }
 
 #else
 
 ViewImage window_of(Workspace &desk) {
     return window_picture(desk.view().image, desk.source_width(), desk.source_height(),
-                          desk.viewport(), desk.overlay(), desk.session().host.drawbot.theme);
+                          desk.viewport(), desk.window_overlay(),
+                          desk.session().host.drawbot.theme);
 }
 
 /// The overlay is in the picture.

@@ -164,6 +164,18 @@ TEST(Strict, matches_departures_by_check_command_and_text) {
     EXPECT_THAT(strict.all(), IsEmpty());
 }
 
+TEST(Strict, keeps_every_violation_but_not_known_departures_without_end) {
+    stage::Strict strict;
+    for (std::size_t i = 0; i < stage::Strict::kMaxKnown + 5; ++i) {
+        strict.report("aegp.plugin_id", "", "id 0");
+    }
+    strict.report("leak.handle", "PF_Cmd_ABOUT", "a handle");
+    EXPECT_EQ(strict.all().size(), stage::Strict::kMaxKnown + 1);
+    EXPECT_EQ(strict.violations().size(), 1u);
+    strict.clear();
+    EXPECT_THAT(strict.violations(), IsEmpty());
+}
+
 TEST(Strict, keeps_nothing_while_it_is_off) {
     stage::Strict strict;
     strict.enabled = false;

@@ -262,6 +262,39 @@ TEST_F(WorkspaceTest, a_cross_hair_of_the_host_is_a_users_edit) {
     EXPECT_THAT(order(), ElementsAre(2, 3, 1)) << "moved by the user: brought to the front";
 }
 
+TEST_F(WorkspaceTest, cross_hairs_of_visible_enabled_points_are_shown) {
+    set_the_scene();
+    const std::size_t handles = desk.overlay().primitives.size();
+    EXPECT_EQ(desk.window_overlay().primitives.size(), handles + 3) << "three scopes are on";
+    set("Show Histogram", 1);
+    set("Monitor Layout", 6);
+    const stage::DrawList shown = desk.window_overlay();
+    ASSERT_EQ(shown.primitives.size(), desk.overlay().primitives.size() + 5)
+        << "the histogram's, and the monitor's";
+    const stage::ParamValue place = get("Histogram/Scope Position");
+    const stage::DrawPoint arm = shown.primitives.back().path.front().points[0];
+    EXPECT_EQ(arm.x, static_cast<float>(place.x) - 6);
+    EXPECT_EQ(arm.y, static_cast<float>(place.y));
+}
+
+TEST_F(WorkspaceTest, a_held_cross_hair_follows_the_pointer) {
+    set_the_scene();
+    const stage::ParamValue place = get("Vectorscope/Scope Position");
+    ASSERT_NE(desk.press(static_cast<int>(place.x) - 4, static_cast<int>(place.y) - 3).native_point,
+              0);
+    const std::uint64_t before = desk.version();
+    desk.move(333, 99);
+    EXPECT_GT(desk.version(), before);
+    bool found = false;
+    for (const stage::DrawPrimitive &mark : desk.window_overlay().primitives) {
+        if (!mark.path.empty()) found = found || mark.path.front().points[0].x == 327;
+    }
+    EXPECT_TRUE(found);
+    EXPECT_EQ(get("Vectorscope/Scope Position").x, place.x) << "the edit comes at the release";
+    desk.release(333, 99);
+    EXPECT_EQ(get("Vectorscope/Scope Position").x, 333);
+}
+
 TEST_F(WorkspaceTest, a_press_on_nothing_selects_the_layer_beneath) {
     set_the_scene();
     set("Monitor Layout", 7);
