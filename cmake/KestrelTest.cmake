@@ -21,6 +21,11 @@ function(ks_test name)
   endif()
   add_executable(${name} ${arg_SOURCES})
   target_link_libraries(${name} PRIVATE ks_compile ${arg_LIBS} GTest::gmock_main)
+  if(NOT MSVC)
+    # Compiled once, run for seconds: more optimisation costs more than it saves. Libraries of the
+    # tests (the oracle) keep it.
+    target_compile_options(${name} PRIVATE -O1)
+  endif()
   target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
   target_compile_definitions(${name} PRIVATE
     KS_SOURCE_DIR="${CMAKE_SOURCE_DIR}" KS_BUILD_DIR="${CMAKE_BINARY_DIR}")
