@@ -167,6 +167,14 @@ Menus::Lines Menus::project_lines() {
         {.name = "Threads", .menu = [this] { return thread_lines(); }},
         {.name = "Pixel Aspect", .menu = [this] { return aspect_lines(); }},
         {.name = "Composition", .menu = [this] { return comp_lines(); }},
+        {},
+        {.name = "Strict Checks",
+         .act =
+             [this] {
+                 bool &checks = desk_.session().host.strict.enabled;
+                 checks = !checks;
+             },
+         .checked = desk_.session().host.strict.enabled},
     };
 }
 

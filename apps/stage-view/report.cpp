@@ -168,6 +168,7 @@ std::string report_text(const ReportSources &sources) {
         {"threads", stage::reported_threads(desk.session().host.options.schedule)},
         {"cursor", cursor_name(sources.cursor)},
         {"messages", messages_json(desk)},
+        {"checks", desk.session().host.strict.enabled},
         {"findings", desk.session().host.strict.violations().size()},
         {"renders", sources.pane.renders()},
         {"last_drag", times_json(sources.pane)},

@@ -137,6 +137,9 @@ TEST_F(ViewHandles, MovesThatWaitAreTakenAsOne) {
         return now["pane"]["dragging"] == false && now["last_drag"]["frames"].get<int>() > 0;
     });
     const Json drag = after["last_drag"];
+    // For the record only: a busy machine is slower.
+    RecordProperty("milliseconds_per_frame",
+                   std::to_string(drag["milliseconds_per_frame"].get<double>()));
     EXPECT_LT(drag["frames"].get<int>(), kMoves);
     EXPECT_GT(drag["milliseconds_per_frame"].get<double>(), 0);
     EXPECT_GE(drag["worst_milliseconds"], drag["milliseconds_per_frame"]);

@@ -114,6 +114,20 @@ TEST_F(ViewWindow, MenusSetDepthResolutionThreadsAndAspect) {
     EXPECT_EQ(stop(), 0);
 }
 
+TEST_F(ViewWindow, StrictChecksCanBeTurnedOffAndOn) {
+    start();
+    for (const bool on : {false, true}) {
+        EXPECT_EQ(report()["checks"], !on);
+        click("menu", "Project");
+        click("item", "Project/Strict Checks");
+        wait_for("the checks", [&](const Json &now) { return now["checks"] == on; });
+        click("checkbox", "Show Histogram", 23);
+        wait_for("the histogram", [&](const Json &now) { return entry(now, 23)["value"] == !on; });
+    }
+    EXPECT_EQ(report()["findings"], 0);
+    EXPECT_EQ(stop(), 0);
+}
+
 TEST_F(ViewWindow, EscapeClosesMenusAndDialogs) {
     start();
     const auto shown = [](const Json &now, const std::string &name) {
