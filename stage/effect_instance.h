@@ -27,7 +27,6 @@ class EffectInstance {
     PF_Handle sequence_data = nullptr;  ///< UI copy
     SequenceState state = SequenceState::kNone;
     PF_Handle render_sequence_data = nullptr;  ///< with separate_render_copy
-    SequenceState render_state = SequenceState::kNone;
 
     PF_ProgPtr effect_ref() { return reinterpret_cast<PF_ProgPtr>(this); }
 };

@@ -109,7 +109,7 @@ void Workspace::select(const std::vector<LayerId> &layers) {
         layer.selected = std::ranges::find(layers, layer.id) != layers.end();
     }
     choose_selected();
-    changed();
+    touch();
 }
 
 void Workspace::delete_layer(LayerId id) {
@@ -170,7 +170,7 @@ void Workspace::move_layer(LayerId id, int index) {
     refuse_locked(require_layer(host.project, id));
     host.undo.before_change("Move Layer");
     host.project.reorder_layer(id, index);
-    changed();
+    touch();
 }
 
 void Workspace::show_layer(LayerId id, bool video) {
@@ -180,7 +180,7 @@ void Workspace::show_layer(LayerId id, bool video) {
     Layer &layer = *host.project.layer(id);
     layer.flags =
         video ? layer.flags | layer_flag::kVideoActive : layer.flags & ~layer_flag::kVideoActive;
-    changed();
+    touch();
 }
 
 void Workspace::place_layer(LayerId id, double x, double y, double scale) {
@@ -191,7 +191,7 @@ void Workspace::place_layer(LayerId id, double x, double y, double scale) {
     layer.position_x = x;
     layer.position_y = y;
     layer.scale = scale;
-    changed();
+    touch();
 }
 
 std::vector<CommandResult> Workspace::apply() {
@@ -227,7 +227,7 @@ EffectInstance *Workspace::effect() const {
 void Workspace::choose(EffectInstance &instance) {
     chosen_ = &instance;
     session_.refresh_panel(instance);
-    changed();
+    touch();
 }
 
 void Workspace::choose_selected() {
@@ -248,18 +248,18 @@ void Workspace::settle_effects() {
         chosen_ = instances.empty() ? nullptr : instances.front().get();
         if (chosen_ != nullptr) session_.refresh_panel(*chosen_);
     }
-    changed();
+    touch();
 }
 
 PF_Err Workspace::set_value(int index, const ParamValue &value) {
     if (chosen_ == nullptr) throw SessionError("no effect is chosen");
-    changed();
+    touch();
     return session_.set_value(*chosen_, index, value);
 }
 
 PF_Err Workspace::reset() {
     if (chosen_ == nullptr) throw SessionError("no effect is chosen");
-    changed();
+    touch();
     return session_.reset_values(*chosen_);
 }
 
@@ -281,7 +281,7 @@ bool Workspace::redo() {
 
 void Workspace::save(const std::filesystem::path &file) {
     session_.save(file);
-    changed();  // the records were rebuilt
+    touch();  // the records were rebuilt
 }
 
 void Workspace::load(const std::filesystem::path &file) {
@@ -304,12 +304,12 @@ void Workspace::set_frame(std::int64_t frame) {
     const std::int64_t last = comp != nullptr ? comp->frames - 1 : 0;
     frame_ = std::clamp<std::int64_t>(frame, 0, last);
     if (chosen_ != nullptr) session_.refresh_panel(*chosen_);
-    changed();
+    touch();
 }
 
 void Workspace::set_resolution(int downsample) {
     downsample_ = std::max(downsample, 1);
-    changed();
+    touch();
 }
 
 }  // namespace stage

@@ -115,12 +115,12 @@ class Workspace {
     DrawList window_overlay();
     /// Goes up with everything that may change what is seen.
     std::uint64_t version() const { return version_; }
+    /// After changes made past the workspace, to the session itself.
     void touch() { ++version_; }
 
   private:
     Viewer *viewer();
     void close_viewers();
-    void changed() { ++version_; }
     Item &active_comp();
     LayerId add_item(const Footage &footage, const std::string &name, int par_num, int par_den,
                      const std::function<void(Item &)> &describe);

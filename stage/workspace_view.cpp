@@ -121,7 +121,7 @@ PointerReply Workspace::press(int x, int y, int clicks, PF_Modifiers modifiers) 
     PointerReply reply;
     native_point_ = 0;  // the button's release may have got lost
     if (Viewer *front = viewer()) reply.event = front->press(x, y, clicks, modifiers);
-    changed();
+    touch();
     if (reply.event.handled) return reply;
     reply.native_point = native_point_ = cross_hair_at(x, y);
     native_x_ = x;
@@ -138,11 +138,11 @@ PointerReply Workspace::move(int x, int y, PF_Modifiers modifiers) {
     if (native_point_ != 0) {
         native_x_ = x;
         native_y_ = y;
-        changed();
+        touch();
         return reply;
     }
     if (Viewer *front = viewer()) reply.event = front->move(x, y, modifiers);
-    if (!reply.event.changed.empty()) changed();
+    if (!reply.event.changed.empty()) touch();
     return reply;
 }
 
@@ -155,7 +155,7 @@ PointerReply Workspace::release(int x, int y, PF_Modifiers modifiers) {
         return reply;
     }
     if (Viewer *front = viewer()) reply.event = front->release(x, y, modifiers);
-    if (!reply.event.changed.empty()) changed();
+    if (!reply.event.changed.empty()) touch();
     return reply;
 }
 
