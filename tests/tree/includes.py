@@ -1,77 +1,71 @@
-"""Includes point one way. Returns one line for every include that does not.
+"""Includes go where cmake/rooms.txt says. Returns one line for every include that does not.
 
-Between the big folders: src/ and stage/ meet only at hostapi/, apps/ are front ends of stage/, and
-the oracle shares nothing with what it judges.
-Inside src/: entry -> {params, instance, render, ui} -> scopes -> draw -> host -> hostapi. Files that
-do not see the host at all (pure files) lie below everything: any folder may include them, and they
-include only each other.
+Every C++ file of hostapi/, src/, stage/ and apps/ lies in a room; it may include the files of its own
+room and of the rooms on its line, the C++ standard library, and headers of the libraries on its line.
+The oracle of the tests shares nothing with what it judges.
 """
 
 import pathlib
 import re
 
+import rooms
 import tree_files
 
 INCLUDE = re.compile(r'^[ \t]*#[ \t]*include[ \t]*([<"])([^>"]+)[>"]', re.MULTILINE)
 
-# Longest matching folder first: what it must not include.
-FORBIDDEN = (
-    ("tests/oracle", ("src", "stage", "apps", "tests/entry")),
-    ("hostapi", ("src", "stage", "apps", "tests", "bench")),
-    ("src", ("stage", "apps", "tests", "bench")),
-    ("stage", ("src", "apps", "tests", "bench")),
-    ("apps", ("src", "tests", "bench")),
+ROOM_TREES = ("hostapi", "src", "stage", "apps")
+# Folders below a room that hold only what the room's own files include.
+PARTS_OF_ROOMS = ("hostapi/tables",)
+ORACLE = "tests/oracle"
+
+# Where a quoted name is looked for, besides the folder of the file.
+BASES = tuple(pathlib.Path(base) for base in (".", "src", "apps", "tests"))
+
+# The headers of each library: whoever includes one lists the target.
+LIBRARY_OF = (
+    (r"nlohmann/|CLI/", "ks_foreign_headers"),
+    (r"fmt/", "ks_fmt"),
+    (r"utf8(cpp)?[./]", "ks_utf8"),
+    (r"stb/|stb_", "ks_foreign_headers"),
+    (r"OpenImageIO/", "OpenImageIO::OpenImageIO"),
+    (r"lib(av|sw)[a-z]+/", "PkgConfig::LIBAV"),
+    (r"cairo|fontconfig/", "ks_cairo"),
+    (r"duktape\.h", "ks_duktape"),
+    (r"imgui|backends/imgui|SDL", "ks_imgui"),
 )
 
-# A folder of src/ may include shell files of its own and of any lower layer.
-LAYERS = (("entry",), ("params", "instance", "render", "ui"), ("scopes",), ("draw",), ("host",))
-LAYER_OF = {folder: depth for depth, folders in enumerate(LAYERS) for folder in folders}
-
-# Shell includes between folders of one layer, each with its reason.
-EXCEPTIONS = {
-    ("params", "instance"): "a reset writes the instance record",
-    ("instance", "params"): "setting up an instance runs the lock script",
-}
-
-# What the plug-in may include of the system besides the C++ standard library.
-SYSTEM_HEADERS = {
-    "windows.h",
-    "emmintrin.h",  # SSE2, part of every 64-bit x86: the compiler brings it
+# What comes with every compiler of a platform, by the trees that may use it.
+SYSTEM = {
+    "hostapi": (),
+    "src": ("windows.h", "emmintrin.h"),  # SSE2 is part of every 64-bit x86
+    "stage": ("windows.h", "winver.h", "dlfcn.h", "unistd.h", "io.h"),
+    "apps": ("windows.h", "shellapi.h"),
 }
 
 
 class Tree:
     def __init__(self, root):
         self.root = root
-        self.files = {str(path): path for path in tree_files.cpp_files(root)}
-        self.files.update(
-            {str(p): p for p in tree_files.all_files(root) if p.suffix in {".inc", ".hpp"}})
-        self._pure = {}
+        self.rooms, self.wrong = rooms.read(root)
+        self.files = {str(path): path for path in tree_files.all_files(root)
+                      if path.suffix in {".h", ".cpp", ".inc", ".hpp"}}
 
     def includes(self, path):
-        """(delimiter, text, resolved path or None) for each include of a file."""
-        text = tree_files.read_text(self.root, path) or ""
-        for delimiter, name in INCLUDE.findall(text):
-            yield delimiter, name, self.resolve(path, name) if delimiter == '"' else None
+        """(delimiter, name) for each include of a file."""
+        return INCLUDE.findall(tree_files.read_text(self.root, path) or "")
 
     def resolve(self, path, name):
-        for base in (path.parent, pathlib.Path("."), pathlib.Path("src"), pathlib.Path("stage"),
-                     pathlib.Path("tests")):
+        for base in (path.parent, *BASES):
             candidate = _normal(base / name)
             if candidate in self.files:
                 return self.files[candidate]
         return None
 
-    def is_pure(self, path):
-        """Whether a file of src/ reaches no file of hostapi/ through its includes."""
-        if path.parts[0] == "hostapi":
-            return False
-        if path not in self._pure:
-            self._pure[path] = True  # a cycle of includes decides nothing
-            self._pure[path] = all(
-                target is None or self.is_pure(target)
-                for _, _, target in self.includes(path))
-        return self._pure[path]
+    def room_of(self, path):
+        folder = path.parent
+        if str(folder) in PARTS_OF_ROOMS:
+            folder = folder.parent
+        return self.rooms.get(folder.as_posix())
 
 
 def _normal(path):
@@ -88,51 +82,55 @@ def _under(path, folder):
     return path.parts[: folder.count("/") + 1] == tuple(folder.split("/"))
 
 
-def _folder_violation(path, target):
-    for folder, forbidden in FORBIDDEN:
-        if _under(path, folder):
-            return next((f"{folder}/ does not include {f}/" for f in forbidden
-                         if _under(target, f)), None)
-    return None
+def _quoted(tree, room, path, name):
+    target = tree.resolve(path, name)
+    if target is None:
+        return "no such file in the tree"
+    goal = tree.room_of(target)
+    if goal is None:
+        return f"{target.parent}/ is no room"
+    if goal is room or goal.name in room.includes:
+        return None
+    return f"cmake/rooms.txt does not let {room.name} include {goal.name}"
 
 
-def _layer_violation(tree, path, target):
-    if not (_under(path, "src") and _under(target, "src")) or len(target.parts) < 3:
-        return None
-    source, goal = path.parts[1], target.parts[1]
-    if source == goal or tree.is_pure(target) or (source, goal) in EXCEPTIONS:
-        return None
-    for folder in (source, goal):
-        if folder not in LAYER_OF:
-            return f"src/{folder}/ has no layer"
-    if LAYER_OF[goal] > LAYER_OF[source]:
-        return None
-    return f"src/{goal}/ is not below src/{source}/, and {target.name} sees the host"
-
-
-def _system_violation(path, name):
-    if not _under(path, "src") or name in SYSTEM_HEADERS:
-        return None
+def _bracketed(room, path, name):
+    for pattern, library in LIBRARY_OF:
+        if re.match(pattern, name):
+            return None if library in room.libraries else f"{room.name} does not list {library}"
     if re.fullmatch(r"[a-z0-9_]+", name):
         return None  # <cmath>: the C++ standard library
-    return "the plug-in uses only the C++ standard library"
+    if name in SYSTEM[path.parts[0]]:
+        return None
+    return "a library that no room lists"
+
+
+def _in_room(tree, path):
+    room = tree.room_of(path)
+    if room is None:
+        yield f"{path}: {path.parent}/ is not listed in {rooms.TABLE}"
+        return
+    for delimiter, name in tree.includes(path):
+        reason = (_bracketed(room, path, name) if delimiter == "<"
+                  else _quoted(tree, room, path, name))
+        if reason:
+            yield f"{path}: includes {name}: {reason}"
+
+
+def _in_oracle(tree, path):
+    for delimiter, name in tree.includes(path):
+        target = tree.resolve(path, name) if delimiter == '"' else None
+        if target and not (_under(target, ORACLE) or _under(target, "hostapi")
+                           or _under(target, "tests/support")):
+            yield f"{path}: includes {name}: the oracle shares nothing with what it judges"
 
 
 def violations(root):
     tree = Tree(root)
-    found = []
+    found = list(tree.wrong)
     for path in tree.files.values():
-        for delimiter, name, target in tree.includes(path):
-            if delimiter == "<":
-                reason = _system_violation(path, name)
-            elif target is None:
-                reason = _unresolved(path, name)
-            else:
-                reason = _folder_violation(path, target) or _layer_violation(tree, path, target)
-            if reason:
-                found.append(f'{path}: includes {name}: {reason}')
+        if path.parts[0] in ROOM_TREES:
+            found += _in_room(tree, path)
+        elif _under(path, ORACLE):
+            found += _in_oracle(tree, path)
     return found
-
-
-def _unresolved(path, name):
-    return "no such file in the tree" if _under(path, "src") else None

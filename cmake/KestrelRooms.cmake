@@ -1,0 +1,92 @@
+# ks_rooms(BASE): makes the library of every room of cmake/rooms.txt that lies under the folder BASE.
+#
+# A room is a folder; its library is named by its path with '_' for '/' and '-'
+# (stage/image/codecs: stage_image_codecs) and holds all .cpp files of the folder. Left out are the
+# files that are not the library's own:
+#   main.cpp, entry_point.cpp   the one file of a program or module, declared by the CMakeLists.txt
+#                               of the room, which is read once the library is there
+#   *_cairo, *_libav, *_oiio    a file named after a library that only native builds have
+#   *_stb                       the same for Windows builds
+include_guard(GLOBAL)
+
+set(ks_rooms_table "${CMAKE_SOURCE_DIR}/cmake/rooms.txt")
+set_property(DIRECTORY "${CMAKE_SOURCE_DIR}" APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${ks_rooms_table}")
+
+function(ks_room_target out room)
+  string(REGEX REPLACE "[/-]" "_" target "${room}")
+  set(${out} "${target}" PARENT_SCOPE)
+endfunction()
+
+# The libraries of a list of the table that this build has.
+function(ks_room_libraries out)
+  set(libraries "")
+  foreach(word ${ARGN})
+    if(word MATCHES "^(native|windows):(.*)$")
+      if(CMAKE_MATCH_1 STREQUAL "${ks_build_kind}")
+        list(APPEND libraries "${CMAKE_MATCH_2}")
+      endif()
+    else()
+      list(APPEND libraries "${word}")
+    endif()
+  endforeach()
+  set(${out} "${libraries}" PARENT_SCOPE)
+endfunction()
+
+function(ks_room room includes libraries)
+  set(folder "${CMAKE_SOURCE_DIR}/${room}")
+  if(NOT IS_DIRECTORY "${folder}")
+    message(FATAL_ERROR "cmake/rooms.txt lists ${room}, and there is no such folder")
+  endif()
+  ks_room_target(target "${room}")
+  file(GLOB sources CONFIGURE_DEPENDS "${folder}/*.cpp")
+  list(FILTER sources EXCLUDE REGEX "/(main|entry_point)\\.cpp$")
+  if(WIN32)
+    list(FILTER sources EXCLUDE REGEX "_(cairo|libav|oiio)\\.cpp$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "_stb\\.cpp$")
+  endif()
+
+  # The plug-in names its headers from src/, everything else from the top.
+  set(base "${CMAKE_SOURCE_DIR}")
+  if(room MATCHES "^(src|apps)/")
+    set(base "${CMAKE_SOURCE_DIR}/${CMAKE_MATCH_1}")
+  endif()
+  set(links "")
+  foreach(lower ${includes})
+    ks_room_target(lower "${lower}")
+    list(APPEND links "${lower}")
+  endforeach()
+  ks_room_libraries(libraries ${libraries})
+  if(sources)
+    add_library(${target} STATIC ${sources})
+    target_link_libraries(${target} PRIVATE ks_compile PUBLIC ${links} ${libraries})
+    target_include_directories(${target} PUBLIC "${base}")
+  else()
+    add_library(${target} INTERFACE)
+    target_link_libraries(${target} INTERFACE ${links} ${libraries})
+    target_include_directories(${target} INTERFACE "${base}")
+  endif()
+  if(EXISTS "${folder}/CMakeLists.txt")
+    add_subdirectory("${folder}" "${CMAKE_BINARY_DIR}/${room}")
+  endif()
+endfunction()
+
+function(ks_rooms base)
+  set(ks_build_kind native)
+  if(WIN32)
+    set(ks_build_kind windows)
+  endif()
+  file(STRINGS "${ks_rooms_table}" lines REGEX "^[a-z]")
+  foreach(line IN LISTS lines)
+    if(NOT line MATCHES "^([a-z0-9/-]+) *:([^:]*):(.*)$")
+      message(FATAL_ERROR "cmake/rooms.txt: not a room: ${line}")
+    endif()
+    set(room "${CMAKE_MATCH_1}")
+    set(rest "${CMAKE_MATCH_3}")
+    separate_arguments(includes UNIX_COMMAND "${CMAKE_MATCH_2}")
+    separate_arguments(libraries UNIX_COMMAND "${rest}")
+    if(room MATCHES "^${base}(/|$)")
+      ks_room("${room}" "${includes}" "${libraries}")
+    endif()
+  endforeach()
+endfunction()
