@@ -14,24 +14,29 @@ else()
   find_package(GTest REQUIRED)
 endif()
 
+# How every test program is compiled, and nothing else: they share headers compiled in advance, which
+# takes equal options.
+function(ks_compile_as_test target)
+  if(NOT MSVC)
+    # Compiled once, run for seconds: more optimisation costs more than it saves. Libraries of the
+    # tests (the oracle) keep it.
+    target_compile_options(${target} PRIVATE -O1)
+  endif()
+  # A program differs from a library in this alone.
+  set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
+endfunction()
+
 function(ks_test name)
   cmake_parse_arguments(arg "NEEDS_PLUGIN;NATIVE_ONLY" "" "SOURCES;LIBS" ${ARGN})
   if(MINGW AND arg_NATIVE_ONLY)
     return()
   endif()
   add_executable(${name} ${arg_SOURCES})
-  target_link_libraries(${name} PRIVATE ks_compile ${arg_LIBS} GTest::gmock_main)
-  if(NOT MSVC)
-    # Compiled once, run for seconds: more optimisation costs more than it saves. Libraries of the
-    # tests (the oracle) keep it.
-    target_compile_options(${name} PRIVATE -O1)
-  endif()
-  target_include_directories(${name} PRIVATE "${CMAKE_SOURCE_DIR}/tests")
-  target_compile_definitions(${name} PRIVATE
-    KS_SOURCE_DIR="${CMAKE_SOURCE_DIR}" KS_BUILD_DIR="${CMAKE_BINARY_DIR}")
+  target_link_libraries(${name} PRIVATE ks_compile ks_test_prefix ${arg_LIBS} GTest::gmock_main)
+  ks_compile_as_test(${name})
+  target_precompile_headers(${name} REUSE_FROM ks_test_prefix)
   if(arg_NEEDS_PLUGIN)
     add_dependencies(${name} KestrelScopes)
-    target_compile_definitions(${name} PRIVATE KS_PLUGIN_FILE="$<TARGET_FILE:KestrelScopes>")
   endif()
   if(MINGW)
     add_test(NAME win64.${name} COMMAND "${CMAKE_SOURCE_DIR}/cmake/run-under-wine" "$<TARGET_FILE:${name}>")

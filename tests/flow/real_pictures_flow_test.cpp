@@ -5,6 +5,7 @@
 #include "oracle/pixel_oracle.h"
 #include "stage/image/picture_io.h"
 #include "support/image_diff.h"
+#include "support/paths.h"
 
 namespace ks::flow {
 namespace {
@@ -27,7 +28,7 @@ class RealPicture : public testing::TestWithParam<RealCase> {
   protected:
     void SetUp() override {
         const fs::path file =
-            fs::path(KS_SOURCE_DIR) / ".." / "shared" / "images" / GetParam().file;
+            fs::path(paths::source()) / ".." / "shared" / "images" / GetParam().file;
         if (!fs::exists(file)) GTEST_SKIP() << GetParam().file << " is absent";
         image = to_image(stage::read_picture(file), GetParam().depth);
         // Enough of it for every kind of value in it.

@@ -12,6 +12,7 @@
 #include "stage/image/charts.h"
 #include "stage/image/picture_io.h"
 #include "support/image_diff.h"
+#include "support/paths.h"
 
 namespace ks::flow {
 namespace {
@@ -92,7 +93,7 @@ ScopeFrame scope_of(const Golden &golden) {
 }
 
 std::filesystem::path picture_file(const Golden &golden) {
-    return std::filesystem::path(KS_SOURCE_DIR) / "tests" / "golden" / "pictures" /
+    return std::filesystem::path(paths::source()) / "tests" / "golden" / "pictures" /
            (std::string(golden.name) + ".png");
 }
 

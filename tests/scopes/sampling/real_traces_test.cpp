@@ -7,6 +7,7 @@
 
 #include "scopes/sampling/trace_promises.h"
 #include "stage/image/picture_io.h"
+#include "support/paths.h"
 
 namespace ks {
 namespace {
@@ -42,7 +43,7 @@ oracle::Image to_image(const stage::Picture &picture, Depth depth) {
 class RealTraces : public testing::TestWithParam<const char *> {};
 
 TEST_P(RealTraces, keep_the_promises) {
-    const fs::path file = fs::path(KS_SOURCE_DIR) / ".." / "shared" / "images" / GetParam();
+    const fs::path file = fs::path(paths::source()) / ".." / "shared" / "images" / GetParam();
     if (!fs::exists(file)) GTEST_SKIP() << GetParam() << " is absent";
     const stage::Picture picture = stage::read_picture(file);
     for (const Depth depth : {Depth::kByte, Depth::kWord, Depth::kFloat}) {

@@ -7,6 +7,7 @@
 
 #include "stage/image/picture_io.h"
 #include "stage/image/scratch.h"
+#include "support/paths.h"
 
 namespace stage::test {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 class RealPictures : public ScratchTest {
   protected:
     static fs::path shared(const char *name) {
-        return fs::path(KS_SOURCE_DIR) / ".." / "shared" / "images" / name;
+        return fs::path(paths::source()) / ".." / "shared" / "images" / name;
     }
 
     // Neither depth conversion nor any output format stumbles over the picture.
