@@ -4,10 +4,11 @@ import pathlib
 import sys
 
 import includes
+import links
 import sizes
 import words
 
-CHECKS = {"includes": includes, "words": words, "sizes": sizes}
+CHECKS = {"includes": includes, "links": links, "words": words, "sizes": sizes}
 
 
 def main():
