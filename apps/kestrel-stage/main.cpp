@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <exception>
 
-#include "command_line.h"
-#include "commands.h"
-#include "exit_status.h"
+#include "kestrel-stage/verbs/command_line.h"
+#include "kestrel-stage/verbs/commands.h"
+#include "kestrel-stage/verbs/exit_status.h"
 
 int main(int argc, char **argv) {
     CLI::App app{"Runs Kestrel Scopes in an embedded host that behaves like the real one."};

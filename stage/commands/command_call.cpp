@@ -1,12 +1,12 @@
-#include "stage/command_call.h"
+#include "stage/commands/command_call.h"
 
 #include <cstring>
 #include <exception>
 
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
-#include "stage/interact_callbacks.h"
-#include "stage/utility_callbacks.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/services/interact_callbacks.h"
+#include "stage/services/utility_callbacks.h"
 
 namespace stage {
 namespace {

@@ -5,10 +5,10 @@
 #include <functional>
 #include <string>
 
-#include "stage/active_command.h"
-#include "stage/command_thread.h"
-#include "stage/host.h"
-#include "stage/plugin.h"
+#include "stage/effect/plugin.h"
+#include "stage/host/active_command.h"
+#include "stage/host/command_thread.h"
+#include "stage/host/host.h"
 
 namespace stage {
 

@@ -2,8 +2,8 @@
 #include <cstring>
 
 #include "hostapi/constants.h"
-#include "stage/command_call.h"
-#include "stage/effect_instance.h"
+#include "stage/commands/command_call.h"
+#include "stage/effect/effect_instance.h"
 
 namespace stage {
 namespace {

@@ -1,11 +1,11 @@
-#include "stage/smart_render.h"
+#include "stage/commands/smart_render.h"
 
 #include <algorithm>
 #include <chrono>
 #include <utility>
 
 #include "hostapi/constants.h"
-#include "stage/smart_render_callbacks.h"
+#include "stage/services/smart_render_callbacks.h"
 
 namespace stage {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "stage/command_call.h"
+#include "stage/commands/command_call.h"
 #include "stage/image/picture.h"
 #include "stage/pixels/host_pixels.h"
 #include "stage/project/resolution.h"

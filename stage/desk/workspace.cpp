@@ -1,9 +1,9 @@
-#include "stage/workspace.h"
+#include "stage/desk/workspace.h"
 
 #include <algorithm>
 
-#include "stage/footage.h"
-#include "stage/project/utf8_path.h"
+#include "stage/session/footage.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage {
 namespace {

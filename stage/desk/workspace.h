@@ -11,9 +11,9 @@
 #include <utility>
 #include <vector>
 
-#include "stage/session.h"
-#include "stage/viewer/comp_render.h"
-#include "stage/viewer/viewer.h"
+#include "stage/desk/viewer/comp_render.h"
+#include "stage/desk/viewer/viewer.h"
+#include "stage/session/session.h"
 
 namespace stage {
 

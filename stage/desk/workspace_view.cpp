@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
-#include "stage/viewer/layer_map.h"
-#include "stage/workspace.h"
+#include "stage/desk/workspace.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/project/layer_map.h"
 
 namespace stage {
 namespace {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "hostapi/effect_types.h"
-#include "stage/param_catalog.h"
+#include "stage/effect/param_catalog.h"
 #include "stage/project/project.h"
 
 namespace stage {

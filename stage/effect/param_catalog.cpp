@@ -1,4 +1,4 @@
-#include "stage/param_catalog.h"
+#include "stage/effect/param_catalog.h"
 
 #include <algorithm>
 #include <cmath>

@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "hostapi/constants.h"
-#include "stage/param_catalog.h"
+#include "stage/effect/param_catalog.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/plugin.h"
+#include "stage/effect/plugin.h"
 
 #include <cstdio>
 #include <stdexcept>

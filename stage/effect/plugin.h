@@ -9,7 +9,7 @@
 #include "hostapi/entry_point.h"
 #include "stage/binary/loaded_library.h"
 #include "stage/binary/pipl.h"
-#include "stage/param_catalog.h"
+#include "stage/effect/param_catalog.h"
 
 namespace stage {
 

@@ -9,8 +9,8 @@
 
 #include "hostapi/in_out_data.h"
 #include "hostapi/smart_render.h"
-#include "stage/param_catalog.h"
-#include "stage/world_store.h"
+#include "stage/effect/param_catalog.h"
+#include "stage/ledger/world_store.h"
 
 namespace stage {
 

@@ -1,7 +1,7 @@
 #include <array>
 
 #include "hostapi/constants.h"
-#include "stage/active_command.h"
+#include "stage/host/active_command.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/command_thread.h"
+#include "stage/host/command_thread.h"
 
 namespace stage {
 

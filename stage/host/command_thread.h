@@ -6,7 +6,7 @@
 #include <mutex>
 #include <thread>
 
-#include "stage/thread_role.h"
+#include "stage/ledger/thread_role.h"
 
 namespace stage {
 

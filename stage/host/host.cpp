@@ -1,10 +1,9 @@
-#include "stage/host.h"
+#include "stage/host/host.h"
 
 #include <cstdio>
 #include <cstdlib>
 
-#include "stage/effect_instance.h"
-#include "stage/suites/suites.h"
+#include "stage/effect/effect_instance.h"
 
 namespace stage {
 namespace {
@@ -19,7 +18,6 @@ Host::Host(HostOptions host_options)
     }
     g_host = this;
     strict.enabled = options.strict;
-    add_all_suites(suites);
 }
 
 Host::~Host() {

@@ -6,17 +6,17 @@
 #include <vector>
 
 #include "stage/drawbot/drawbot_store.h"
-#include "stage/faults.h"
-#include "stage/handle_store.h"
-#include "stage/host_options.h"
-#include "stage/mem_handle_store.h"
+#include "stage/host/host_options.h"
+#include "stage/host/suite_registry.h"
+#include "stage/ledger/faults.h"
+#include "stage/ledger/handle_store.h"
+#include "stage/ledger/mem_handle_store.h"
+#include "stage/ledger/project_refs.h"
+#include "stage/ledger/strict.h"
+#include "stage/ledger/trace.h"
+#include "stage/ledger/world_store.h"
 #include "stage/project/project.h"
 #include "stage/project/undo.h"
-#include "stage/project_refs.h"
-#include "stage/strict.h"
-#include "stage/suite_registry.h"
-#include "stage/trace.h"
-#include "stage/world_store.h"
 
 namespace stage {
 
@@ -36,6 +36,7 @@ struct ShownMessage {
 /// them.
 class Host {
   public:
+    /// Without any suite: those lie above the host and add themselves to `suites`.
     explicit Host(HostOptions options = {});
     ~Host();
     Host(const Host &) = delete;

@@ -1,8 +1,8 @@
-#include "stage/host_call.h"
+#include "stage/host/host_call.h"
 
 #include "hostapi/constants.h"
-#include "stage/host.h"
-#include "stage/thread_role.h"
+#include "stage/host/host.h"
+#include "stage/ledger/thread_role.h"
 
 namespace stage {
 namespace {

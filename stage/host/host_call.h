@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "stage/faults.h"
+#include "stage/ledger/faults.h"
 
 namespace stage {
 

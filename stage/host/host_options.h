@@ -4,8 +4,8 @@
 
 #include <cstdint>
 
-#include "stage/schedule.h"
-#include "stage/world_store.h"
+#include "stage/host/schedule.h"
+#include "stage/ledger/world_store.h"
 
 namespace stage {
 

@@ -1,4 +1,4 @@
-#include "stage/schedule.h"
+#include "stage/host/schedule.h"
 
 #include <algorithm>
 #include <atomic>
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "hostapi/constants.h"
-#include "stage/thread_role.h"
+#include "stage/ledger/thread_role.h"
 
 namespace stage {
 namespace {

@@ -1,8 +1,8 @@
-#include "stage/suite_registry.h"
+#include "stage/host/suite_registry.h"
 
 #include "hostapi/constants.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/faults.h"
+#include "stage/ledger/faults.h"
 
 #include <utility>
 

@@ -1,11 +1,11 @@
-#include "stage/handle_store.h"
+#include "stage/ledger/handle_store.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 #include <utility>
 
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 namespace stage {
 namespace {

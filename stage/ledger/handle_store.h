@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "hostapi/effect_types.h"
-#include "stage/quarantine.h"
+#include "stage/ledger/quarantine.h"
 
 namespace stage {
 

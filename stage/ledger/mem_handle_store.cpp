@@ -1,10 +1,10 @@
-#include "stage/mem_handle_store.h"
+#include "stage/ledger/mem_handle_store.h"
 
 #include <algorithm>
 #include <cstring>
 #include <new>
 
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 namespace stage {
 namespace {

@@ -1,10 +1,10 @@
-#include "stage/quarantine.h"
+#include "stage/ledger/quarantine.h"
 
 #include <algorithm>
 #include <cstring>
 #include <utility>
 
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 namespace stage {
 

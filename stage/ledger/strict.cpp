@@ -1,4 +1,4 @@
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "stage/thread_role.h"
+#include "stage/ledger/thread_role.h"
 
 namespace stage {
 namespace {

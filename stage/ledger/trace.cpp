@@ -1,4 +1,4 @@
-#include "stage/trace.h"
+#include "stage/ledger/trace.h"
 
 #include <cstdio>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "stage/world_store.h"
+#include "stage/ledger/world_store.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "hostapi/constants.h"
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 namespace stage {
 namespace {

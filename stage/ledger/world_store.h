@@ -11,8 +11,8 @@
 
 #include "hostapi/effect_types.h"
 #include "stage/image/picture.h"
+#include "stage/ledger/quarantine.h"
 #include "stage/pixels/host_pixels.h"
-#include "stage/quarantine.h"
 
 namespace stage {
 

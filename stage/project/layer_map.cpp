@@ -1,4 +1,4 @@
-#include "stage/viewer/layer_map.h"
+#include "stage/project/layer_map.h"
 
 namespace stage {
 

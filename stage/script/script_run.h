@@ -12,7 +12,7 @@ namespace stage {
 
 /// The engine's user data. Engine errors unwind by longjmp, so no callback may hold an object with
 /// a destructor while it calls into the engine.
-struct ScriptSession {
+struct ScriptRun {
     Project &project;
     const ScriptOptions &options;
     std::chrono::steady_clock::time_point deadline;
@@ -27,12 +27,12 @@ struct ScriptSession {
 };
 
 /// The engine's allocator, which keeps to the limits.
-void *script_allocate(void *session, std::size_t size);
-void *script_reallocate(void *session, void *block, std::size_t size);
-void script_free(void *session, void *block);
+void *script_allocate(void *run, std::size_t size);
+void *script_reallocate(void *run, void *block, std::size_t size);
+void script_free(void *run, void *block);
 
-/// The session behind an engine.
-ScriptSession &session_of(duk_context *engine);
+/// The run behind an engine.
+ScriptRun &run_of(duk_context *engine);
 
 /// Defines app, CompItem and AVLayer. May raise an engine error.
 void define_project_objects(duk_context *engine);

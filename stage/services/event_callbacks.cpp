@@ -1,12 +1,12 @@
-#include "stage/viewer/event_calls.h"
+#include "stage/services/event_callbacks.h"
 
 #include <cmath>
 #include <limits>
 #include <string>
 
 #include "hostapi/constants.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
 
 namespace stage {
 namespace {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "hostapi/events.h"
-#include "stage/viewer/layer_map.h"
-#include "stage/viewer/viewport.h"
+#include "stage/drawbot/viewport.h"
+#include "stage/project/layer_map.h"
 
 namespace stage {
 

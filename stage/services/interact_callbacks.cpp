@@ -1,4 +1,4 @@
-#include "stage/interact_callbacks.h"
+#include "stage/services/interact_callbacks.h"
 
 #include <cstdint>
 #include <cstring>
@@ -6,11 +6,11 @@
 #include <string>
 
 #include "hostapi/constants.h"
-#include "stage/active_command.h"
-#include "stage/effect_instance.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
-#include "stage/plugin.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/effect/plugin.h"
+#include "stage/host/active_command.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
 
 namespace stage {
 namespace {

@@ -1,13 +1,13 @@
-#include "stage/smart_render_callbacks.h"
+#include "stage/services/smart_render_callbacks.h"
 
 #include <algorithm>
 #include <string>
 
 #include "hostapi/constants.h"
-#include "stage/active_command.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
-#include "stage/plugin.h"
+#include "stage/effect/plugin.h"
+#include "stage/host/active_command.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
 
 namespace stage {
 namespace {

@@ -1,11 +1,11 @@
-#include "stage/utility_callbacks.h"
+#include "stage/services/utility_callbacks.h"
 
-#include "stage/suites/ansi_calls.h"
-#include "stage/suites/call_support.h"
-#include "stage/suites/handle_calls.h"
-#include "stage/suites/iterate_calls.h"
-#include "stage/suites/pixel_calls.h"
-#include "stage/suites/world_calls.h"
+#include "stage/services/calls/ansi_calls.h"
+#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/handle_calls.h"
+#include "stage/services/calls/iterate_calls.h"
+#include "stage/services/calls/pixel_calls.h"
+#include "stage/services/calls/world_calls.h"
 
 namespace stage {
 namespace {

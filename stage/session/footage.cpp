@@ -1,11 +1,11 @@
-#include "stage/footage.h"
+#include "stage/session/footage.h"
 
 #include <memory>
 #include <utility>
 
-#include "stage/image/charts.h"
-#include "stage/image/picture_io.h"
-#include "stage/project/utf8_path.h"
+#include "stage/image/charts/charts.h"
+#include "stage/image/codecs/picture_io.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/viewer/input_cache.h"
+#include "stage/session/input_cache.h"
 
 #include <algorithm>
 #include <utility>

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <list>
 
+#include "stage/commands/smart_render.h"
 #include "stage/project/composite.h"
 #include "stage/project/picture_facts.h"
-#include "stage/smart_render.h"
 
 namespace stage {
 

@@ -1,4 +1,4 @@
-#include "stage/session.h"
+#include "stage/session/session.h"
 
 #include <algorithm>
 #include <cstring>

@@ -10,12 +10,12 @@
 
 #include "hostapi/events.h"
 #include "stage/binary/gdiplus_runtime.h"
-#include "stage/command_call.h"
-#include "stage/effect_instance.h"
-#include "stage/host.h"
-#include "stage/plugin.h"
-#include "stage/smart_render.h"
-#include "stage/viewer/input_cache.h"
+#include "stage/commands/command_call.h"
+#include "stage/commands/smart_render.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/effect/plugin.h"
+#include "stage/services/suites/serving_host.h"
+#include "stage/session/input_cache.h"
 
 namespace stage {
 
@@ -103,7 +103,7 @@ class Session {
     /// RESETUP.
     void load(const std::filesystem::path &file);
 
-    Host host;
+    ServingHost host;
     Plugin plugin;
     CommandCaller caller;
     InputCache inputs{host.worlds.pool()};

@@ -1,8 +1,8 @@
 // Saving and loading: instances travel as their flattened sequence data.
 #include "hostapi/constants.h"
-#include "stage/footage.h"
 #include "stage/project/project_file.h"
-#include "stage/session.h"
+#include "stage/session/footage.h"
+#include "stage/session/session.h"
 
 namespace stage {
 namespace {

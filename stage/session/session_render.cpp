@@ -3,7 +3,7 @@
 
 #include "hostapi/constants.h"
 #include "stage/project/composite.h"
-#include "stage/session.h"
+#include "stage/session/session.h"
 
 namespace stage {
 

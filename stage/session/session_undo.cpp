@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "hostapi/constants.h"
-#include "stage/session.h"
+#include "stage/session/session.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/project/hex.h"
+#include "stage/text/hex.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/play/line_index.h"
+#include "stage/text/line_index.h"
 
 #include <algorithm>
 #include <cstddef>

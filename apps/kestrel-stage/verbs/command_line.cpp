@@ -1,4 +1,4 @@
-#include "command_line.h"
+#include "kestrel-stage/verbs/command_line.h"
 
 #ifdef _WIN32
 #include <windows.h>

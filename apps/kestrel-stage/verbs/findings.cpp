@@ -1,8 +1,8 @@
-#include "findings.h"
+#include "kestrel-stage/verbs/findings.h"
 
 #include <cstdio>
 
-#include "stage/session.h"
+#include "stage/session/session.h"
 
 namespace stage_cli {
 

@@ -2,10 +2,10 @@
 #include <memory>
 #include <string>
 
-#include "commands.h"
-#include "exit_status.h"
+#include "kestrel-stage/verbs/commands.h"
+#include "kestrel-stage/verbs/exit_status.h"
 #include "stage/binary/inspect.h"
-#include "stage/project/utf8_path.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage_cli {
 

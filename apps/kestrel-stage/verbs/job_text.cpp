@@ -1,4 +1,4 @@
-#include "job_text.h"
+#include "kestrel-stage/verbs/job_text.h"
 
 #include <charconv>
 #include <stdexcept>

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "hostapi/effect_types.h"
-#include "render_job.h"
+#include "kestrel-stage/verbs/render_job.h"
 
 namespace stage_cli {
 

@@ -5,15 +5,15 @@
 #include <string>
 #include <vector>
 
-#include "commands.h"
-#include "exit_status.h"
-#include "findings.h"
 #include "hostapi/constants.h"
-#include "job_text.h"
-#include "plugin_choice.h"
-#include "stage/panel/panel_model.h"
-#include "stage/project/utf8_path.h"
-#include "stage/session.h"
+#include "kestrel-stage/verbs/commands.h"
+#include "kestrel-stage/verbs/exit_status.h"
+#include "kestrel-stage/verbs/findings.h"
+#include "kestrel-stage/verbs/job_text.h"
+#include "kestrel-stage/verbs/plugin_choice.h"
+#include "stage/desk/panel/panel_model.h"
+#include "stage/session/session.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage_cli {
 namespace {

@@ -3,12 +3,12 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "commands.h"
-#include "exit_status.h"
 #include "hostapi/constants.h"
-#include "plugin_choice.h"
-#include "stage/project/utf8_path.h"
-#include "stage/session.h"
+#include "kestrel-stage/verbs/commands.h"
+#include "kestrel-stage/verbs/exit_status.h"
+#include "kestrel-stage/verbs/plugin_choice.h"
+#include "stage/session/session.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage_cli {
 namespace {

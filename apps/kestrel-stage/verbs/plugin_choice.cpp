@@ -1,4 +1,4 @@
-#include "plugin_choice.h"
+#include "kestrel-stage/verbs/plugin_choice.h"
 
 #ifdef _WIN32
 #include <windows.h>

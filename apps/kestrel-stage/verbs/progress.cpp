@@ -1,4 +1,4 @@
-#include "progress.h"
+#include "kestrel-stage/verbs/progress.h"
 
 #include <cstdio>
 #include <string>

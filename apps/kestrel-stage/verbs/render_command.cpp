@@ -1,9 +1,9 @@
 #include <memory>
 
-#include "commands.h"
-#include "render_job.h"
-#include "stage/image/charts.h"
-#include "stage/image/picture_io.h"
+#include "kestrel-stage/verbs/commands.h"
+#include "kestrel-stage/verbs/render_job.h"
+#include "stage/image/charts/charts.h"
+#include "stage/image/codecs/picture_io.h"
 
 namespace stage_cli {
 namespace {

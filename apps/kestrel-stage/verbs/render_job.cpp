@@ -1,21 +1,21 @@
-#include "render_job.h"
+#include "kestrel-stage/verbs/render_job.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 #include <thread>
 
-#include "exit_status.h"
-#include "findings.h"
-#include "job_text.h"
-#include "plugin_choice.h"
-#include "progress.h"
-#include "stage/footage.h"
+#include "kestrel-stage/verbs/exit_status.h"
+#include "kestrel-stage/verbs/findings.h"
+#include "kestrel-stage/verbs/job_text.h"
+#include "kestrel-stage/verbs/plugin_choice.h"
+#include "kestrel-stage/verbs/progress.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/frame_pattern.h"
 #include "stage/image/frame_range.h"
-#include "stage/image/picture_io.h"
-#include "stage/project/utf8_path.h"
-#include "stage/session.h"
+#include "stage/session/footage.h"
+#include "stage/session/session.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage_cli {
 namespace {

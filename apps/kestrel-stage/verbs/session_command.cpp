@@ -3,12 +3,12 @@
 #include <memory>
 #include <string>
 
-#include "commands.h"
-#include "exit_status.h"
-#include "findings.h"
-#include "plugin_choice.h"
+#include "kestrel-stage/verbs/commands.h"
+#include "kestrel-stage/verbs/exit_status.h"
+#include "kestrel-stage/verbs/findings.h"
+#include "kestrel-stage/verbs/plugin_choice.h"
 #include "stage/play/session_player.h"
-#include "stage/project/utf8_path.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage_cli {
 namespace {

@@ -2,14 +2,14 @@
 #include <stdexcept>
 #include <string>
 
-#include "commands.h"
-#include "exit_status.h"
-#include "job_text.h"
-#include "plugin_choice.h"
-#include "stage/project/utf8_path.h"
+#include "kestrel-stage/verbs/commands.h"
+#include "kestrel-stage/verbs/exit_status.h"
+#include "kestrel-stage/verbs/job_text.h"
+#include "kestrel-stage/verbs/plugin_choice.h"
+#include "stage/text/utf8_path.h"
 
 #ifndef _WIN32
-#include "stage-view/view.h"
+#include "kestrel-stage/window/view.h"
 #endif
 
 namespace stage_cli {

@@ -1,4 +1,4 @@
-#include "desk.h"
+#include "kestrel-stage/window/desk.h"
 
 #include <algorithm>
 #include <thread>

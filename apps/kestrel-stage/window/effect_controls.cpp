@@ -1,11 +1,11 @@
-#include "effect_controls.h"
+#include "kestrel-stage/window/effect_controls.h"
 
 #include <imgui.h>
 
 #include <cmath>
 
-#include "stage/effect_instance.h"
-#include "value_widgets.h"
+#include "kestrel-stage/window/value_widgets.h"
+#include "stage/effect/effect_instance.h"
 
 namespace stage_view {
 namespace {

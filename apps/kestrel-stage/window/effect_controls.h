@@ -5,9 +5,9 @@
 #include <optional>
 #include <vector>
 
-#include "desk.h"
-#include "stage/panel/panel_model.h"
-#include "widget_log.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/widget_log.h"
+#include "stage/desk/panel/panel_model.h"
 
 namespace stage_view {
 

@@ -1,4 +1,4 @@
-#include "file_dialog.h"
+#include "kestrel-stage/window/file_dialog.h"
 
 #include <imgui.h>
 #include <imgui_stdlib.h>
@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <system_error>
 
-#include "stage/project/utf8_path.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage_view {
 

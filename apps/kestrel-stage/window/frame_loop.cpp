@@ -1,4 +1,4 @@
-#include "frame_loop.h"
+#include "kestrel-stage/window/frame_loop.h"
 
 #include <backends/imgui_impl_sdl.h>
 #include <imgui.h>
@@ -7,9 +7,9 @@
 #include <cfloat>
 #include <chrono>
 
-#include "imgui_draw.h"
-#include "notice_box.h"
-#include "report.h"
+#include "kestrel-stage/window/imgui_draw.h"
+#include "kestrel-stage/window/notice_box.h"
+#include "kestrel-stage/window/report.h"
 #include "stage/image/replacement_file.h"
 
 namespace stage_view {

@@ -5,14 +5,14 @@
 
 #include <optional>
 
-#include "desk.h"
-#include "effect_controls.h"
-#include "menus.h"
-#include "picture_pane.h"
-#include "strips.h"
-#include "view.h"
-#include "widget_log.h"
-#include "window.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/effect_controls.h"
+#include "kestrel-stage/window/menus.h"
+#include "kestrel-stage/window/picture_pane.h"
+#include "kestrel-stage/window/strips.h"
+#include "kestrel-stage/window/view.h"
+#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/window.h"
 
 namespace stage_view {
 

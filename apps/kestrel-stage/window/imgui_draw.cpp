@@ -1,4 +1,4 @@
-#include "imgui_draw.h"
+#include "kestrel-stage/window/imgui_draw.h"
 
 #include <cstddef>
 

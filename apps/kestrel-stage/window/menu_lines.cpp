@@ -1,7 +1,7 @@
 // What the menus hold.
 
-#include "menus.h"
-#include "stage/image/charts.h"
+#include "kestrel-stage/window/menus.h"
+#include "stage/image/charts/charts.h"
 
 namespace stage_view {
 namespace {

@@ -1,4 +1,4 @@
-#include "menus.h"
+#include "kestrel-stage/window/menus.h"
 
 #include <imgui.h>
 

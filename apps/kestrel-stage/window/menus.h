@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "desk.h"
-#include "file_dialog.h"
-#include "widget_log.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/file_dialog.h"
+#include "kestrel-stage/window/widget_log.h"
 
 namespace stage_view {
 

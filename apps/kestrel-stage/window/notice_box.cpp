@@ -1,4 +1,4 @@
-#include "notice_box.h"
+#include "kestrel-stage/window/notice_box.h"
 
 #include <imgui.h>
 

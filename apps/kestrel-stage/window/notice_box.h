@@ -1,8 +1,8 @@
 // The box in which messages are read and dismissed.
 #pragma once
 
-#include "desk.h"
-#include "widget_log.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/widget_log.h"
 
 namespace stage_view {
 

@@ -1,9 +1,9 @@
-#include "picture_pane.h"
+#include "kestrel-stage/window/picture_pane.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "stage/viewer/window_picture.h"
+#include "stage/desk/viewer/window_picture.h"
 
 namespace stage_view {
 namespace {

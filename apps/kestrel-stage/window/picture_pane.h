@@ -5,9 +5,9 @@
 
 #include <cstdint>
 
-#include "desk.h"
-#include "widget_log.h"
-#include "window.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/window.h"
 
 namespace stage_view {
 

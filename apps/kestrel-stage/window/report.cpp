@@ -1,9 +1,9 @@
-#include "report.h"
+#include "kestrel-stage/window/report.h"
 
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
 
 namespace stage_view {
 namespace {

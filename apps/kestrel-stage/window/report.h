@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "desk.h"
-#include "picture_pane.h"
-#include "stage/panel/panel_model.h"
-#include "widget_log.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/picture_pane.h"
+#include "kestrel-stage/window/widget_log.h"
+#include "stage/desk/panel/panel_model.h"
 
 namespace stage_view {
 

@@ -1,4 +1,4 @@
-#include "strips.h"
+#include "kestrel-stage/window/strips.h"
 
 #include <imgui.h>
 

@@ -1,9 +1,9 @@
 // What stands beneath the picture: zoom, layers, time, and the status line.
 #pragma once
 
-#include "desk.h"
-#include "picture_pane.h"
-#include "widget_log.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/picture_pane.h"
+#include "kestrel-stage/window/widget_log.h"
 
 namespace stage_view {
 

@@ -1,4 +1,4 @@
-#include "style.h"
+#include "kestrel-stage/window/style.h"
 
 #include <imgui.h>
 

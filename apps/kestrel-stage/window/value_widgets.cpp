@@ -1,4 +1,4 @@
-#include "value_widgets.h"
+#include "kestrel-stage/window/value_widgets.h"
 
 #include <imgui.h>
 
@@ -7,7 +7,7 @@
 #include <cstdio>
 
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
 
 namespace stage_view {
 namespace {

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "desk.h"
-#include "stage/panel/panel_model.h"
-#include "widget_log.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/widget_log.h"
+#include "stage/desk/panel/panel_model.h"
 
 namespace stage_view {
 

@@ -1,10 +1,10 @@
-#include "view.h"
+#include "kestrel-stage/window/view.h"
 
-#include "desk.h"
-#include "frame_loop.h"
-#include "stage/session.h"
-#include "stage/workspace.h"
-#include "window.h"
+#include "kestrel-stage/window/desk.h"
+#include "kestrel-stage/window/frame_loop.h"
+#include "kestrel-stage/window/window.h"
+#include "stage/desk/workspace.h"
+#include "stage/session/session.h"
 
 namespace stage_view {
 namespace {

@@ -1,4 +1,4 @@
-#include "window.h"
+#include "kestrel-stage/window/window.h"
 
 #include <backends/imgui_impl_sdl.h>
 #include <imgui.h>
@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "imgui_draw.h"
-#include "stage/image/picture_io.h"
-#include "style.h"
+#include "kestrel-stage/window/imgui_draw.h"
+#include "kestrel-stage/window/style.h"
+#include "stage/image/codecs/picture_io.h"
 
 namespace stage_view {
 namespace {

@@ -1,11 +1,11 @@
-#include "stage/panel/panel_model.h"
+#include "stage/desk/panel/panel_model.h"
 
 #include <algorithm>
 #include <cstdio>
 
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
-#include "stage/session.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/session/session.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/viewer/axis_map.h"
+#include "stage/desk/viewer/axis_map.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,12 +1,12 @@
-#include "stage/viewer/comp_render.h"
+#include "stage/desk/viewer/comp_render.h"
 
 #include <chrono>
 #include <string>
 #include <utility>
 
+#include "stage/desk/viewer/layer_pixels.h"
 #include "stage/project/composite.h"
-#include "stage/session.h"
-#include "stage/viewer/layer_pixels.h"
+#include "stage/session/session.h"
 
 namespace stage {
 namespace {

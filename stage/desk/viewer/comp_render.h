@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
+#include "stage/commands/smart_render.h"
+#include "stage/desk/viewer/view_image.h"
 #include "stage/project/project.h"
-#include "stage/smart_render.h"
-#include "stage/viewer/view_image.h"
 
 namespace stage {
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cstddef>
 
-#include "stage/viewer/axis_map.h"
-#include "stage/viewer/window_picture.h"
+#include "stage/desk/viewer/axis_map.h"
+#include "stage/desk/viewer/window_picture.h"
 
 namespace stage {
 namespace {

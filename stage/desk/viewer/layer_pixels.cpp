@@ -1,4 +1,4 @@
-#include "stage/viewer/layer_pixels.h"
+#include "stage/desk/viewer/layer_pixels.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "stage/viewer/view_image.h"
+#include "stage/desk/viewer/view_image.h"
 
 #include <algorithm>
 #include <array>

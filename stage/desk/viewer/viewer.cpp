@@ -1,10 +1,10 @@
-#include "stage/viewer/viewer.h"
+#include "stage/desk/viewer/viewer.h"
 
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
-#include "stage/plugin.h"
-#include "stage/session.h"
-#include "stage/viewer/event_calls.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/effect/plugin.h"
+#include "stage/services/event_callbacks.h"
+#include "stage/session/session.h"
 
 namespace stage {
 namespace {

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "hostapi/events.h"
-#include "stage/command_call.h"
+#include "stage/commands/command_call.h"
 #include "stage/drawbot/draw_list.h"
-#include "stage/viewer/viewport.h"
+#include "stage/drawbot/viewport.h"
 
 namespace stage {
 

@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "stage/desk/viewer/view_image.h"
 #include "stage/drawbot/draw_list.h"
 #include "stage/drawbot/overlay_theme.h"
-#include "stage/viewer/view_image.h"
-#include "stage/viewer/viewport.h"
+#include "stage/drawbot/viewport.h"
 
 namespace stage {
 

@@ -1,8 +1,8 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "stage/desk/viewer/window_picture.h"
 #include "stage/drawbot/overlay_painter.h"
-#include "stage/viewer/window_picture.h"
 
 namespace stage {
 

@@ -1,11 +1,11 @@
-#include "stage/image/charts.h"
+#include "stage/image/charts/charts.h"
 
 #include <algorithm>
 #include <cmath>
 #include <numbers>
 #include <string>
 
-#include "stage/image/chart_colours.h"
+#include "stage/image/charts/chart_colours.h"
 
 namespace stage {
 namespace {

@@ -3,7 +3,7 @@
 #include <array>
 #include <cmath>
 
-#include "stage/image/chart_colours.h"
+#include "stage/image/charts/chart_colours.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/image/file_end.h"
+#include "stage/image/codecs/file_end.h"
 
 #include <cstdint>
 

@@ -7,9 +7,9 @@
 #include <span>
 #include <string>
 
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/picture.h"
 #include "stage/image/picture_format.h"
-#include "stage/image/picture_io.h"
 
 namespace stage::backend {
 

@@ -1,4 +1,4 @@
-#include "stage/image/picture_io.h"
+#include "stage/image/codecs/picture_io.h"
 
 #include <algorithm>
 #include <fstream>
@@ -7,10 +7,10 @@
 #include <string>
 #include <system_error>
 
-#include "stage/image/file_end.h"
+#include "stage/image/codecs/file_end.h"
+#include "stage/image/codecs/netpbm.h"
+#include "stage/image/codecs/picture_backend.h"
 #include "stage/image/frame_pattern.h"
-#include "stage/image/netpbm.h"
-#include "stage/image/picture_backend.h"
 #include "stage/image/replacement_file.h"
 
 namespace stage {

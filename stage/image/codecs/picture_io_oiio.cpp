@@ -8,8 +8,8 @@
 #include <string>
 #include <type_traits>
 
-#include "stage/image/packed_samples.h"
-#include "stage/image/picture_backend.h"
+#include "stage/image/codecs/packed_samples.h"
+#include "stage/image/codecs/picture_backend.h"
 
 namespace stage::backend {
 namespace {

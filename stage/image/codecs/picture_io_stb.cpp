@@ -9,9 +9,9 @@
 #include <iterator>
 #include <string>
 
-#include "stage/image/packed_samples.h"
-#include "stage/image/picture_backend.h"
-#include "stage/image/png16.h"
+#include "stage/image/codecs/packed_samples.h"
+#include "stage/image/codecs/picture_backend.h"
+#include "stage/image/codecs/png16.h"
 
 namespace stage::backend {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/image/png16.h"
+#include "stage/image/codecs/png16.h"
 
 #include <array>
 #include <climits>
@@ -7,7 +7,7 @@
 #include <memory>
 #include <string_view>
 
-#include "stage/image/packed_samples.h"
+#include "stage/image/codecs/packed_samples.h"
 
 // Of stb_image_write, whose header does not declare it. Returns a zlib stream for free().
 extern "C" unsigned char *stbi_zlib_compress(unsigned char *data, int data_len, int *out_len,

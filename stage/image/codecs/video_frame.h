@@ -1,7 +1,7 @@
 // From a decoded video frame to a picture.
 #pragma once
 
-#include "stage/image/libav.h"
+#include "stage/image/codecs/libav.h"
 #include "stage/image/picture.h"
 
 namespace stage {

@@ -1,9 +1,9 @@
-#include "stage/image/video_frame.h"
+#include "stage/image/codecs/video_frame.h"
 
 #include <cstdint>
 #include <vector>
 
-#include "stage/image/packed_samples.h"
+#include "stage/image/codecs/packed_samples.h"
 
 namespace stage {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "stage/image/libav.h"
+#include "stage/image/codecs/libav.h"
 
 namespace stage {
 

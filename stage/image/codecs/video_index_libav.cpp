@@ -1,4 +1,4 @@
-#include "stage/image/video_index.h"
+#include "stage/image/codecs/video_index.h"
 
 #include <algorithm>
 #include <utility>

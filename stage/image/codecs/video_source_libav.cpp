@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "stage/image/picture_backend.h"
-#include "stage/image/video_frame.h"
-#include "stage/image/video_index.h"
+#include "stage/image/codecs/picture_backend.h"
+#include "stage/image/codecs/video_frame.h"
+#include "stage/image/codecs/video_index.h"
 
 namespace stage::backend {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/suites/call_support.h"
+#include "stage/services/calls/call_support.h"
 
 namespace stage {
 

@@ -8,8 +8,8 @@
 
 #include "hostapi/constants.h"
 #include "hostapi/effect_types.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
 #include "stage/pixels/pixel_view.h"
 
 namespace stage {

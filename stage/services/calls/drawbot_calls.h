@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "hostapi/drawbot.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
-#include "stage/suites/project_access.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
+#include "stage/services/calls/project_access.h"
 
 namespace stage {
 

@@ -1,6 +1,6 @@
-#include "stage/suites/handle_calls.h"
+#include "stage/services/calls/handle_calls.h"
 
-#include "stage/suites/call_support.h"
+#include "stage/services/calls/call_support.h"
 
 namespace stage::calls {
 

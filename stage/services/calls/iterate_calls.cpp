@@ -1,7 +1,7 @@
-#include "stage/suites/iterate_calls.h"
+#include "stage/services/calls/iterate_calls.h"
 
-#include "stage/schedule.h"
-#include "stage/suites/call_support.h"
+#include "stage/host/schedule.h"
+#include "stage/services/calls/call_support.h"
 
 namespace stage::calls {
 namespace {

@@ -1,14 +1,14 @@
-#include "stage/suites/pixel_calls.h"
+#include "stage/services/calls/pixel_calls.h"
 
 #include <algorithm>
 
-#include "stage/active_command.h"
+#include "stage/host/active_command.h"
+#include "stage/host/schedule.h"
 #include "stage/pixels/copy_pixels.h"
 #include "stage/pixels/fill_pixels.h"
 #include "stage/pixels/transfer_pixels.h"
 #include "stage/pixels/transform_pixels.h"
-#include "stage/schedule.h"
-#include "stage/suites/call_support.h"
+#include "stage/services/calls/call_support.h"
 
 namespace stage::calls {
 namespace {

@@ -1,6 +1,6 @@
-#include "stage/suites/project_access.h"
+#include "stage/services/calls/project_access.h"
 
-#include "stage/suites/utf16.h"
+#include "stage/text/utf16.h"
 
 namespace stage {
 namespace {

@@ -7,8 +7,8 @@
 
 #include "hostapi/aegp_types.h"
 #include "hostapi/constants.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
 #include "stage/project/project.h"
 
 namespace stage {

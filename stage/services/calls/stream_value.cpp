@@ -1,8 +1,8 @@
-#include "stage/suites/stream_value.h"
+#include "stage/services/calls/stream_value.h"
 
 #include "hostapi/constants.h"
-#include "stage/host.h"
-#include "stage/param_catalog.h"
+#include "stage/effect/param_catalog.h"
+#include "stage/host/host.h"
 
 namespace stage {
 namespace {

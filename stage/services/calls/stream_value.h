@@ -4,7 +4,7 @@
 #include <string>
 
 #include "hostapi/aegp_types.h"
-#include "stage/project_refs.h"
+#include "stage/ledger/project_refs.h"
 
 namespace stage {
 

@@ -6,8 +6,8 @@
 
 #include "hostapi/constants.h"
 #include "hostapi/host.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
 
 namespace stage {
 

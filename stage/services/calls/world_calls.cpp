@@ -1,8 +1,8 @@
-#include "stage/suites/world_calls.h"
+#include "stage/services/calls/world_calls.h"
 
 #include <optional>
 
-#include "stage/suites/call_support.h"
+#include "stage/services/calls/call_support.h"
 
 namespace stage::calls {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/suites/suites.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 

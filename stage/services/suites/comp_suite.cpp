@@ -2,10 +2,10 @@
 #include <cstdio>
 
 #include "hostapi/suite_names.h"
-#include "stage/suites/project_access.h"
-#include "stage/suites/suites.h"
-#include "stage/suites/unimplemented.h"
-#include "stage/suites/utf16.h"
+#include "stage/services/calls/project_access.h"
+#include "stage/services/calls/unimplemented.h"
+#include "stage/services/suites/suites.h"
+#include "stage/text/utf16.h"
 
 #define KS_NAME(function) "AEGP Comp Suite." #function
 

@@ -1,9 +1,9 @@
 // "PF Effect Custom UI Suite": the drawing reference of a draw event.
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/suites/drawbot_calls.h"
-#include "stage/suites/suites.h"
-#include "stage/suites/unimplemented.h"
+#include "stage/services/calls/drawbot_calls.h"
+#include "stage/services/calls/unimplemented.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {

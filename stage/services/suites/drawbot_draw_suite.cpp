@@ -1,7 +1,7 @@
 // The small Drawbot suites: where an event draws, and what can be set on pens and images.
 #include "hostapi/suite_names.h"
-#include "stage/suites/drawbot_calls.h"
-#include "stage/suites/suites.h"
+#include "stage/services/calls/drawbot_calls.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {

@@ -1,8 +1,8 @@
 // Paths: steps are taken down in window coordinates.
 #include "hostapi/suite_names.h"
 #include "stage/drawbot/path_shapes.h"
-#include "stage/suites/drawbot_calls.h"
-#include "stage/suites/suites.h"
+#include "stage/services/calls/drawbot_calls.h"
+#include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "DRAWBOT Path Suite." #function
 

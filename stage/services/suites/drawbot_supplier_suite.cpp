@@ -1,9 +1,9 @@
 // The supplier: makes pens, brushes, fonts, images and paths, and counts who holds them.
 #include "hostapi/suite_names.h"
 #include "stage/drawbot/image_layout.h"
-#include "stage/suites/drawbot_calls.h"
-#include "stage/suites/suites.h"
-#include "stage/thread_role.h"
+#include "stage/ledger/thread_role.h"
+#include "stage/services/calls/drawbot_calls.h"
+#include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "DRAWBOT Supplier Suite." #function
 

@@ -4,10 +4,10 @@
 #include <string_view>
 
 #include "hostapi/suite_names.h"
-#include "stage/suites/drawbot_calls.h"
-#include "stage/suites/suites.h"
-#include "stage/suites/unimplemented.h"
-#include "stage/suites/utf16.h"
+#include "stage/services/calls/drawbot_calls.h"
+#include "stage/services/calls/unimplemented.h"
+#include "stage/services/suites/suites.h"
+#include "stage/text/utf16.h"
 
 #define KS_NAME(function) "DRAWBOT Surface Suite." #function
 

@@ -1,7 +1,7 @@
 #include "hostapi/suite_names.h"
-#include "stage/suites/project_access.h"
-#include "stage/suites/suites.h"
-#include "stage/suites/unimplemented.h"
+#include "stage/services/calls/project_access.h"
+#include "stage/services/calls/unimplemented.h"
+#include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "AEGP Effect Suite." #function
 

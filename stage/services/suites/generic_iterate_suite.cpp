@@ -1,11 +1,11 @@
 // "AEGP Iterate Suite", numbers 1 and 2, which have the same slots.
 #include "hostapi/aegp_service_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/schedule.h"
-#include "stage/suite_registry.h"
-#include "stage/suites/call_support.h"
-#include "stage/suites/iterate_calls.h"
-#include "stage/suites/suites.h"
+#include "stage/host/schedule.h"
+#include "stage/host/suite_registry.h"
+#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/iterate_calls.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {

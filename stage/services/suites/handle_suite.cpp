@@ -1,8 +1,8 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/suite_registry.h"
-#include "stage/suites/handle_calls.h"
-#include "stage/suites/suites.h"
+#include "stage/host/suite_registry.h"
+#include "stage/services/calls/handle_calls.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {

@@ -1,10 +1,10 @@
 // "PF Iterate8 Suite", "PF iterate16 Suite", "PF iterateFloat Suite", numbers 1 and 2 of each.
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/suite_registry.h"
-#include "stage/suites/call_support.h"
-#include "stage/suites/iterate_calls.h"
-#include "stage/suites/suites.h"
+#include "stage/host/suite_registry.h"
+#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/iterate_calls.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {

@@ -3,8 +3,8 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "stage/drawbot/path_shapes.h"
-#include "stage/suites/drawbot_calls.h"
-#include "stage/suites/suites.h"
+#include "stage/services/calls/drawbot_calls.h"
+#include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "PF Effect Custom UI Overlay Theme Suite." #function
 

@@ -4,12 +4,12 @@
 #include "hostapi/constants.h"
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/active_command.h"
-#include "stage/effect_instance.h"
-#include "stage/host.h"
-#include "stage/host_call.h"
-#include "stage/plugin.h"
-#include "stage/suites/suites.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/effect/plugin.h"
+#include "stage/host/active_command.h"
+#include "stage/host/host.h"
+#include "stage/host/host_call.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {

@@ -1,8 +1,8 @@
 #include "hostapi/suite_names.h"
-#include "stage/effect_instance.h"
-#include "stage/suites/project_access.h"
-#include "stage/suites/suites.h"
-#include "stage/suites/unimplemented.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/services/calls/project_access.h"
+#include "stage/services/calls/unimplemented.h"
+#include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "AEGP PF Interface Suite." #function
 

@@ -1,8 +1,8 @@
 #include "hostapi/suite_names.h"
-#include "stage/suites/project_access.h"
-#include "stage/suites/stream_value.h"
-#include "stage/suites/suites.h"
-#include "stage/suites/unimplemented.h"
+#include "stage/services/calls/project_access.h"
+#include "stage/services/calls/stream_value.h"
+#include "stage/services/calls/unimplemented.h"
+#include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "AEGP Stream Suite." #function
 #define KS_DYNAMIC(function) "AEGP Dynamic Stream Suite." #function

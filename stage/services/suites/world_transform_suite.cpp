@@ -1,9 +1,9 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/suite_registry.h"
-#include "stage/suites/call_support.h"
-#include "stage/suites/pixel_calls.h"
-#include "stage/suites/suites.h"
+#include "stage/host/suite_registry.h"
+#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/pixel_calls.h"
+#include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {

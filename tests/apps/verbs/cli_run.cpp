@@ -1,4 +1,4 @@
-#include "stage/cli/cli_run.h"
+#include "apps/verbs/cli_run.h"
 
 #include <sys/wait.h>
 #include <unistd.h>

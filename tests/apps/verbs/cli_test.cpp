@@ -6,8 +6,8 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
-#include "stage/cli/cli_run.h"
-#include "stage/image/picture_io.h"
+#include "apps/verbs/cli_run.h"
+#include "stage/image/codecs/picture_io.h"
 
 namespace {
 

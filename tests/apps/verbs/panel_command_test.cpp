@@ -4,7 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "stage/cli/cli_run.h"
+#include "apps/verbs/cli_run.h"
 
 namespace {
 

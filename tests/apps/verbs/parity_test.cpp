@@ -7,8 +7,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "stage/cli/cli_run.h"
-#include "stage/image/picture_io.h"
+#include "apps/verbs/cli_run.h"
+#include "stage/image/codecs/picture_io.h"
 
 namespace {
 

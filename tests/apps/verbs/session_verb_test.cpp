@@ -6,7 +6,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "stage/cli/cli_run.h"
+#include "apps/verbs/cli_run.h"
 
 namespace {
 

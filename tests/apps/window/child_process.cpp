@@ -1,4 +1,4 @@
-#include "stage/view/child_process.h"
+#include "apps/window/child_process.h"
 
 #include <fcntl.h>
 #include <signal.h>

@@ -3,7 +3,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "stage/view/view_driver.h"
+#include "apps/window/view_driver.h"
 
 namespace view {
 namespace {

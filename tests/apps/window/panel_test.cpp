@@ -1,7 +1,7 @@
 // The Effect Controls panel under the mouse and the keyboard.
 #include <cmath>
 
-#include "stage/view/view_driver.h"
+#include "apps/window/view_driver.h"
 
 namespace view {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/view/view_driver.h"
+#include "apps/window/view_driver.h"
 
 #include <stdlib.h>
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/view/x_display.h"
+#include "apps/window/x_display.h"
 
 namespace view {
 

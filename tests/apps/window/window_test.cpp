@@ -3,8 +3,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "stage/image/picture_io.h"
-#include "stage/view/view_driver.h"
+#include "apps/window/view_driver.h"
+#include "stage/image/codecs/picture_io.h"
 
 namespace view {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/view/x_display.h"
+#include "apps/window/x_display.h"
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>

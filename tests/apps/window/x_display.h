@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/view/child_process.h"
+#include "apps/window/child_process.h"
 
 namespace view {
 

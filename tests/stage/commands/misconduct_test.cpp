@@ -1,5 +1,5 @@
 // Every rule that strict mode watches, broken once by a plug-in that keeps all the others.
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

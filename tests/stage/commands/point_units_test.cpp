@@ -1,7 +1,7 @@
 // Units at check-out: points in pixels of the buffer, everything else as it was set.
 #include <cmath>
 
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

@@ -1,8 +1,8 @@
 // Requests, the rectangles that answer them, and the pixels that come with them.
 #include <algorithm>
 
-#include "stage/host/rogue_session.h"
-#include "stage/smart_render_callbacks.h"
+#include "stage/services/smart_render_callbacks.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

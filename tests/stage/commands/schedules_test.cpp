@@ -1,5 +1,5 @@
 // The host's schedules as a plug-in meets them, through the iterate suites.
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

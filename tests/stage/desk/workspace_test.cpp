@@ -1,11 +1,11 @@
 // A user's acts on the host's desk, with the product.
-#include "stage/viewer/workspace_fixture.h"
+#include "support/stage/workspace_fixture.h"
 
 #include <filesystem>
 #include <fstream>
 
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
 
 namespace stage_test {
 namespace {

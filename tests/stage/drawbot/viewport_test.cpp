@@ -1,4 +1,4 @@
-#include "stage/viewer/viewport.h"
+#include "stage/drawbot/viewport.h"
 
 #include <gtest/gtest.h>
 

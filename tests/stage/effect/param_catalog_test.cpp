@@ -1,10 +1,10 @@
-#include "stage/param_catalog.h"
+#include "stage/effect/param_catalog.h"
 
 #include <gmock/gmock.h>
 
 #include <limits>
 
-#include "stage/host/param_defs.h"
+#include "stage/effect/param_defs.h"
 
 namespace stage_test {
 namespace {

@@ -1,8 +1,8 @@
 // Names and texts as a user of the command line types them, and what he is told when he errs.
 #include <gmock/gmock.h>
 
-#include "stage/host/param_defs.h"
-#include "stage/param_catalog.h"
+#include "stage/effect/param_catalog.h"
+#include "stage/effect/param_defs.h"
 
 namespace stage_test {
 namespace {

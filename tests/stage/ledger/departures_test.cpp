@@ -2,8 +2,8 @@
 #include <map>
 #include <set>
 
-#include "stage/host/rogue_session.h"
-#include "stage/viewer/viewer.h"
+#include "stage/desk/viewer/viewer.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

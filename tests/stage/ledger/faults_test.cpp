@@ -1,6 +1,6 @@
-#include "stage/faults.h"
+#include "stage/ledger/faults.h"
 
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

@@ -1,11 +1,11 @@
-#include "stage/handle_store.h"
+#include "stage/ledger/handle_store.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <cstring>
 
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 namespace stage {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/project_refs.h"
+#include "stage/ledger/project_refs.h"
 
 #include <gtest/gtest.h>
 

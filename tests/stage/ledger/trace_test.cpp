@@ -1,6 +1,6 @@
-#include "stage/trace.h"
+#include "stage/ledger/trace.h"
 
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

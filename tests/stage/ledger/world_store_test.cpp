@@ -1,4 +1,4 @@
-#include "stage/world_store.h"
+#include "stage/ledger/world_store.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "hostapi/constants.h"
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 namespace stage {
 namespace {

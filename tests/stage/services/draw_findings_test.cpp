@@ -1,8 +1,8 @@
 // What must not be done with Drawbot's references, noticed by strict mode.
 #include <thread>
 
-#include "stage/drawbot/drawing_host.h"
-#include "stage/thread_role.h"
+#include "stage/ledger/thread_role.h"
+#include "stage/services/drawing_host.h"
 
 namespace stage_test {
 namespace {

@@ -1,4 +1,4 @@
-#include "stage/drawbot/drawing_host.h"
+#include "stage/services/drawing_host.h"
 
 #include <array>
 #include <cstdint>

@@ -12,7 +12,7 @@
 #include "hostapi/events.h"
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/host.h"
+#include "stage/services/suites/serving_host.h"
 
 namespace stage_test {
 
@@ -46,7 +46,7 @@ class DrawingHost {
         return supplier_suite.RetainObject(reinterpret_cast<DRAWBOT_ObjectRef>(reference));
     }
 
-    stage::Host host;
+    stage::ServingHost host;
     stage::DrawList list;
     PF_Context context{};
     PF_Context *context_pointer = &context;

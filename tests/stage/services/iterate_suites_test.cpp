@@ -1,8 +1,8 @@
 #include <atomic>
 #include <cstdint>
 
-#include "stage/schedule.h"
-#include "suite_fixture.h"
+#include "stage/host/schedule.h"
+#include "stage/services/pixel_suite_fixture.h"
 
 namespace stage_test {
 namespace {

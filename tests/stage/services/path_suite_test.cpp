@@ -1,5 +1,5 @@
 // "DRAWBOT Path Suite": what each call adds, as the theme then strokes it.
-#include "stage/drawbot/drawing_host.h"
+#include "stage/services/drawing_host.h"
 
 namespace stage_test {
 namespace {

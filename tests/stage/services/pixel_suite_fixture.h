@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "hostapi/host.h"
-#include "stage/host.h"
 #include "stage/pixels/pixel_view.h"
-#include "stage/utility_callbacks.h"
+#include "stage/services/suites/serving_host.h"
+#include "stage/services/utility_callbacks.h"
 
 namespace stage_test {
 
@@ -41,7 +41,7 @@ class SuiteFixture : public testing::Test {
     }
     using Names = std::vector<std::string>;
 
-    stage::Host host;
+    stage::ServingHost host;
     PF_UtilCallbacks *utils = stage::utility_callbacks();
 };
 

@@ -1,8 +1,8 @@
 // Handle suite, world suite and world transform suite through their tables.
 #include <limits>
 
-#include "stage/active_command.h"
-#include "suite_fixture.h"
+#include "stage/host/active_command.h"
+#include "stage/services/pixel_suite_fixture.h"
 
 namespace stage_test {
 namespace {

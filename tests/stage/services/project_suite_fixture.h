@@ -5,16 +5,16 @@
 
 #include "hostapi/host.h"
 #include "hostapi/suite_names.h"
-#include "stage/effect_instance.h"
-#include "stage/host.h"
-#include "stage/thread_role.h"
+#include "stage/effect/effect_instance.h"
+#include "stage/ledger/thread_role.h"
+#include "stage/services/suites/serving_host.h"
 
 namespace stage {
 
 /// Comp "Comp" of 64x48 with, from the top: adjustment layer "Scopes" carrying the effect, text
 /// layer "Title", layer "Picture" over a solid of 32x16.
 struct SuiteTest : testing::Test {
-    Host host;
+    ServingHost host;
     ScopedThreadRole role{ThreadRole::kUi};
     ItemId comp = host.project.add_comp("Comp", 64, 48, 1, 1, 50);
     ItemId solid = host.project.add_solid_item("Small solid", 32, 16, {1, 0, 0, 1});

@@ -1,5 +1,5 @@
 // Layers, comps, items and the effect's layer through the suites.
-#include "suite_fixture.h"
+#include "stage/services/project_suite_fixture.h"
 
 namespace stage {
 namespace {

@@ -1,5 +1,5 @@
 // Streams, effect references and memory handles: values, flags, the ledgers.
-#include "suite_fixture.h"
+#include "stage/services/project_suite_fixture.h"
 
 namespace stage {
 namespace {

@@ -1,5 +1,5 @@
 // On the render thread project changes, streams, scripts and undo groups fail with 5.
-#include "suite_fixture.h"
+#include "stage/services/project_suite_fixture.h"
 
 namespace stage {
 namespace {

@@ -1,5 +1,5 @@
 // Scripts, undo groups and registration through the utility suite.
-#include "suite_fixture.h"
+#include "stage/services/project_suite_fixture.h"
 
 namespace stage {
 namespace {

@@ -1,6 +1,6 @@
 // "DRAWBOT Supplier Suite", "Draw Suite", "Pen Suite" and "Image Suite": objects and who holds
 // them.
-#include "stage/drawbot/drawing_host.h"
+#include "stage/services/drawing_host.h"
 
 namespace stage_test {
 namespace {

@@ -1,5 +1,5 @@
 // "DRAWBOT Surface Suite": what is recorded, and the state that can be asked for.
-#include "stage/drawbot/drawing_host.h"
+#include "stage/services/drawing_host.h"
 
 namespace stage_test {
 namespace {

@@ -1,5 +1,5 @@
 // The overlay theme suite, and the custom-UI suite's drawing reference.
-#include "stage/drawbot/drawing_host.h"
+#include "stage/services/drawing_host.h"
 
 namespace stage_test {
 namespace {

@@ -1,9 +1,9 @@
-#include "stage/utility_callbacks.h"
+#include "stage/services/utility_callbacks.h"
 
 #include <cmath>
 #include <cstring>
 
-#include "suite_fixture.h"
+#include "stage/services/pixel_suite_fixture.h"
 
 namespace stage_test {
 namespace {

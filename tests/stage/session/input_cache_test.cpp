@@ -1,9 +1,9 @@
 // Pictures kept from frame to frame: never made twice, never out of date.
-#include "stage/viewer/input_cache.h"
+#include "stage/session/input_cache.h"
 
 #include <functional>
 
-#include "stage/viewer/comp_scene.h"
+#include "support/stage/comp_scene.h"
 
 namespace stage_test {
 namespace {

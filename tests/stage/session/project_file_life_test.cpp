@@ -3,7 +3,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

@@ -1,5 +1,5 @@
 // Who owns the sequence data, from set-up to set-down, and what copies of an instance get.
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

@@ -1,5 +1,5 @@
 // The session: start and stop, refusals, the panel, messages, agreement with the property list.
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

@@ -1,5 +1,5 @@
 // Lines of values in JSON text.
-#include "stage/play/line_index.h"
+#include "stage/text/line_index.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "stage/suites/utf16.h"
+#include "stage/text/utf16.h"
 
 #include <gtest/gtest.h>
 

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "stage/session.h"
-#include "stage/viewer/comp_render.h"
+#include "stage/desk/viewer/comp_render.h"
+#include "stage/session/session.h"
 
 namespace stage_test {
 

@@ -6,9 +6,9 @@
 #include <cstdint>
 #include <vector>
 
+#include "stage/desk/viewer/window_picture.h"
 #include "stage/drawbot/draw_list.h"
 #include "stage/drawbot/overlay_theme.h"
-#include "stage/viewer/window_picture.h"
 
 namespace stage_test {
 

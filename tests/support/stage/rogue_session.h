@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "fixtures/rogue_interface.h"
 #include "hostapi/constants.h"
-#include "stage/session.h"
+#include "stage/session/session.h"
+#include "support/rogue/rogue_interface.h"
 
 namespace stage_test {
 

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/workspace.h"
+#include "stage/desk/workspace.h"
 
 namespace stage_test {
 

@@ -1,10 +1,10 @@
-#include "actions/acts.h"
+#include "whole/actions/acts.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
 
 namespace actions {
 namespace {

@@ -3,7 +3,7 @@
 
 #include <span>
 
-#include "actions/desk.h"
+#include "whole/actions/desk.h"
 
 namespace actions {
 

@@ -1,4 +1,4 @@
-#include "actions/desk.h"
+#include "whole/actions/desk.h"
 
 #include <gtest/gtest.h>
 

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "actions/dice.h"
-#include "actions/order_model.h"
-#include "stage/workspace.h"
+#include "stage/desk/workspace.h"
+#include "whole/actions/dice.h"
+#include "whole/actions/order_model.h"
 
 namespace actions {
 

@@ -4,8 +4,8 @@
 
 #include <set>
 
-#include "actions/desk.h"
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
+#include "whole/actions/desk.h"
 
 namespace actions {
 namespace {

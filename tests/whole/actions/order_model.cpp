@@ -1,4 +1,4 @@
-#include "actions/order_model.h"
+#include "whole/actions/order_model.h"
 
 #include <algorithm>
 

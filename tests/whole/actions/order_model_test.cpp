@@ -1,5 +1,5 @@
 // The model itself, on sequences whose outcome was worked out by hand.
-#include "actions/order_model.h"
+#include "whole/actions/order_model.h"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "actions/acts.h"
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
+#include "whole/actions/acts.h"
 
 namespace actions {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "actions/acts.h"
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
+#include "whole/actions/acts.h"
 
 namespace actions {
 namespace {

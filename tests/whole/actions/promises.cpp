@@ -1,4 +1,4 @@
-#include "actions/promises.h"
+#include "whole/actions/promises.h"
 
 #include <gtest/gtest.h>
 
@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
-#include "stage/panel/panel_model.h"
+#include "stage/desk/panel/panel_model.h"
+#include "stage/effect/effect_instance.h"
 
 namespace actions {
 namespace {

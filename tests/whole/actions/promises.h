@@ -1,7 +1,7 @@
 // What must hold after every act.
 #pragma once
 
-#include "actions/desk.h"
+#include "whole/actions/desk.h"
 
 namespace actions {
 

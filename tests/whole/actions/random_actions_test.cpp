@@ -6,9 +6,9 @@
 
 #include <cstdlib>
 
-#include "actions/acts.h"
-#include "actions/promises.h"
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
+#include "whole/actions/acts.h"
+#include "whole/actions/promises.h"
 
 namespace actions {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "actions/acts.h"
-#include "stage/viewer/layer_map.h"
+#include "stage/project/layer_map.h"
+#include "whole/actions/acts.h"
 
 namespace actions {
 namespace {

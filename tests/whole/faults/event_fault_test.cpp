@@ -2,10 +2,10 @@
 #include <array>
 #include <memory>
 
-#include "flow/fault_loop.h"
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
-#include "stage/viewer/viewer.h"
+#include "stage/desk/viewer/viewer.h"
+#include "stage/effect/effect_instance.h"
+#include "whole/faults/fault_loop.h"
 
 namespace ks::flow {
 namespace {

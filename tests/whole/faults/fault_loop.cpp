@@ -1,8 +1,8 @@
-#include "flow/fault_loop.h"
+#include "whole/faults/fault_loop.h"
 
 #include <algorithm>
 
-#include "flow/call_log.h"
+#include "whole/support/call_log.h"
 
 namespace ks::flow {
 namespace {

@@ -1,5 +1,5 @@
 // Each fallible host call of each command failing in turn, alone and with all later ones.
-#include "flow/fault_loop.h"
+#include "whole/faults/fault_loop.h"
 
 #include <algorithm>
 #include <memory>

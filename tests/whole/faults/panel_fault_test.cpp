@@ -1,9 +1,9 @@
 // Each fallible host call of the panel's commands failing in turn, alone and with all later ones.
 #include <algorithm>
 
-#include "flow/fault_loop.h"
 #include "hostapi/constants.h"
-#include "stage/effect_instance.h"
+#include "stage/effect/effect_instance.h"
+#include "whole/faults/fault_loop.h"
 
 namespace ks::flow {
 namespace {

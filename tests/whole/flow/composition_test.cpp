@@ -1,10 +1,10 @@
 // What applying the effect does to the composition around it.
 #include <algorithm>
 
-#include "flow/flow_fixture.h"
 #include "hostapi/constants.h"
 #include "oracle/record_oracle.h"
 #include "stage/project/project.h"
+#include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 namespace {

@@ -1,5 +1,5 @@
 // Whole frames, the plug-in through the stage, against the oracle.
-#include "flow/frame_case.h"
+#include "whole/support/frame_case.h"
 
 namespace ks::flow {
 namespace {

@@ -2,10 +2,10 @@
 #include <cstring>
 #include <filesystem>
 
-#include "flow/flow_fixture.h"
 #include "hostapi/constants.h"
 #include "hostapi/events.h"
 #include "oracle/record_oracle.h"
+#include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 namespace {

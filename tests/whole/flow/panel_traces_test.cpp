@@ -1,6 +1,6 @@
 // The traces within whole panels, as they reach the compositor, against the oracle: every pixel
 // that no part of the graticule covers.
-#include "flow/scope_frame.h"
+#include "whole/support/scope_frame.h"
 
 #include <algorithm>
 

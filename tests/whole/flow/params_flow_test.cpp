@@ -1,8 +1,8 @@
 // The parameters as the host holds them after set-up.
 #include <set>
 
-#include "flow/flow_fixture.h"
 #include "oracle/param_oracle.h"
+#include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 namespace {

@@ -1,10 +1,10 @@
 // Public test pictures beside the source tree, through the whole pipeline; skipped without them.
 #include <filesystem>
 
-#include "flow/flow_fixture.h"
 #include "oracle/pixel_oracle.h"
-#include "stage/image/picture_io.h"
+#include "stage/image/codecs/picture_io.h"
 #include "support/image_diff.h"
+#include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 namespace {

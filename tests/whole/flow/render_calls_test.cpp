@@ -1,8 +1,8 @@
 // The order of host calls in every path of the smart-render pair.
 #include <algorithm>
 
-#include "flow/call_log.h"
-#include "flow/flow_fixture.h"
+#include "whole/support/call_log.h"
+#include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 namespace {

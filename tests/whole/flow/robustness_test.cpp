@@ -4,10 +4,10 @@
 #include <optional>
 #include <set>
 
-#include "flow/frame_case.h"
-#include "flow/panel_capture.h"
 #include "hostapi/constants.h"
 #include "support/image_diff.h"
+#include "whole/support/frame_case.h"
+#include "whole/support/panel_capture.h"
 
 namespace ks::flow {
 namespace {

@@ -1,7 +1,7 @@
 // The same frame, byte for byte, however the host spreads its iterations.
 #include <cstring>
 
-#include "flow/frame_case.h"
+#include "whole/support/frame_case.h"
 
 namespace ks::flow {
 namespace {

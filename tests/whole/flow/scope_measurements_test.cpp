@@ -6,10 +6,10 @@
 #include <cstring>
 #include <fstream>
 
-#include "flow/scope_frame.h"
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "support/image_files.h"
+#include "whole/support/scope_frame.h"
 
 namespace ks::flow {
 namespace {

@@ -1,6 +1,6 @@
 // Scopes on bad days: odd shapes, coarse resolutions, values that are no numbers, choices that do
 // not exist.
-#include "flow/frame_case.h"
+#include "whole/support/frame_case.h"
 
 namespace ks::flow {
 namespace {

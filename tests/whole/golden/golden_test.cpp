@@ -8,10 +8,10 @@
 #include <filesystem>
 #include <ostream>
 
-#include "flow/scope_frame.h"
-#include "stage/image/charts.h"
-#include "stage/image/picture_io.h"
+#include "stage/image/charts/charts.h"
+#include "stage/image/codecs/picture_io.h"
 #include "support/image_diff.h"
+#include "whole/support/scope_frame.h"
 
 namespace ks::flow {
 namespace {

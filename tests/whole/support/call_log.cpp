@@ -1,4 +1,4 @@
-#include "flow/call_log.h"
+#include "whole/support/call_log.h"
 
 #include <algorithm>
 #include <array>

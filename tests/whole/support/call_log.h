@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/trace.h"
+#include "stage/ledger/trace.h"
 
 namespace ks::flow {
 

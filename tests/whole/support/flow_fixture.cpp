@@ -1,4 +1,4 @@
-#include "flow/flow_fixture.h"
+#include "whole/support/flow_fixture.h"
 
 #include <algorithm>
 #include <cmath>

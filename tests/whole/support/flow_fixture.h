@@ -12,7 +12,7 @@
 
 #include "oracle/frame_oracle.h"
 #include "oracle/image.h"
-#include "stage/session.h"
+#include "stage/session/session.h"
 
 namespace ks::flow {
 

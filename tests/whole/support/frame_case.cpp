@@ -1,7 +1,7 @@
-#include "flow/frame_case.h"
+#include "whole/support/frame_case.h"
 
-#include "flow/panel_capture.h"
 #include "support/image_diff.h"
+#include "whole/support/panel_capture.h"
 
 namespace ks::flow {
 namespace {

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "flow/flow_fixture.h"
+#include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 

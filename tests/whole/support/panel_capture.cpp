@@ -1,4 +1,4 @@
-#include "flow/panel_capture.h"
+#include "whole/support/panel_capture.h"
 
 #include <utility>
 

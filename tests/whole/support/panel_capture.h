@@ -6,9 +6,9 @@
 #include <map>
 #include <vector>
 
-#include "flow/flow_fixture.h"
 #include "hostapi/aegp_service_suites.h"
 #include "hostapi/pf_suites.h"
+#include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 

@@ -1,9 +1,9 @@
-#include "flow/scope_frame.h"
+#include "whole/support/scope_frame.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "flow/panel_capture.h"
+#include "whole/support/panel_capture.h"
 
 namespace ks::flow {
 namespace {

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "flow/frame_case.h"
 #include "oracle/scope_oracle.h"
+#include "whole/support/frame_case.h"
 
 namespace ks::flow {
 

@@ -1,11 +1,11 @@
 // The Effect Controls panel as a user sees it, of the real plug-in and of the rogue one.
-#include "stage/panel/panel_model.h"
+#include "stage/desk/panel/panel_model.h"
 
 #include <algorithm>
 #include <functional>
 
-#include "stage/host/rogue_session.h"
 #include "stage/project/undo.h"
+#include "support/stage/rogue_session.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // Frames of a comp: layers in order, each with its effects.
-#include "stage/viewer/comp_render.h"
+#include "stage/desk/viewer/comp_render.h"
 
 #include <cmath>
 
 #include "hostapi/constants.h"
-#include "stage/host/rogue_session.h"
-#include "stage/viewer/comp_scene.h"
+#include "support/stage/comp_scene.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

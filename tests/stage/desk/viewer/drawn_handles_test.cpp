@@ -1,7 +1,7 @@
 // What the product draws over its picture, exactly, and what strict mode says to it.
 #include <set>
 
-#include "stage/viewer/workspace_fixture.h"
+#include "support/stage/workspace_fixture.h"
 
 namespace stage_test {
 namespace {

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "stage/viewer/window_picture.h"
+#include "stage/desk/viewer/window_picture.h"
 
 namespace stage_test {
 namespace {

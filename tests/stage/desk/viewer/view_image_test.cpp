@@ -1,5 +1,5 @@
 // Pixels of every depth as a monitor shows them.
-#include "stage/viewer/view_image.h"
+#include "stage/desk/viewer/view_image.h"
 
 #include <gtest/gtest.h>
 

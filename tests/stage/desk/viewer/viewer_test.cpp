@@ -1,7 +1,7 @@
 // Events of a viewer: what the effect is sent, and what the host makes of its answer.
-#include "stage/viewer/viewer.h"
+#include "stage/desk/viewer/viewer.h"
 
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

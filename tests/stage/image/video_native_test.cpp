@@ -4,8 +4,8 @@
 #include <array>
 #include <string>
 
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/coded_video.h"
-#include "stage/image/picture_io.h"
 #include "stage/image/scratch.h"
 
 namespace stage::test {

@@ -1,5 +1,5 @@
 // Pixels of fills, strokes, images and text, and of the state around them.
-#include "stage/drawbot/painted.h"
+#include "support/stage/painted.h"
 
 namespace stage_test {
 namespace {

@@ -1,5 +1,5 @@
 // Pixels of the host's own look: theme colour, stroke width, vertices, shadows.
-#include "stage/drawbot/painted.h"
+#include "support/stage/painted.h"
 
 namespace stage_test {
 namespace {

@@ -3,7 +3,7 @@
 #include <cstring>
 #include <stdexcept>
 
-#include "stage/image/libav.h"
+#include "stage/image/codecs/libav.h"
 
 namespace stage::test {
 namespace {

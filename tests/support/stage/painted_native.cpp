@@ -1,4 +1,4 @@
-#include "stage/drawbot/painted.h"
+#include "support/stage/painted.h"
 
 #include <algorithm>
 

@@ -4,8 +4,8 @@
 
 #include <csignal>
 
-#include "stage/image/charts.h"
-#include "stage/image/picture_io.h"
+#include "stage/image/charts/charts.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/scratch.h"
 
 namespace stage::test {

@@ -1,5 +1,5 @@
 // Frame and overlay together, at several zooms and pans.
-#include "stage/drawbot/painted.h"
+#include "support/stage/painted.h"
 
 namespace stage_test {
 namespace {

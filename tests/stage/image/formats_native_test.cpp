@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "stage/image/picture_io.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/scratch.h"
 
 namespace stage::test {

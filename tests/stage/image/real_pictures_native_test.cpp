@@ -5,7 +5,7 @@
 #include <cmath>
 #include <set>
 
-#include "stage/image/picture_io.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/scratch.h"
 
 namespace stage::test {

@@ -2,7 +2,7 @@
 #include <cmath>
 #include <limits>
 
-#include "stage/drawbot/painted.h"
+#include "support/stage/painted.h"
 
 namespace stage_test {
 namespace {
