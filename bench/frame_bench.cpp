@@ -6,8 +6,8 @@
 #include <array>
 #include <string>
 
-#include "stage/footage.h"
-#include "stage/session.h"
+#include "stage/session/footage.h"
+#include "stage/session/session.h"
 
 namespace {
 

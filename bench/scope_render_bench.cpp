@@ -8,7 +8,7 @@
 
 #include "scope_pictures.h"
 #include "scope_scene.h"
-#include "stage/session.h"
+#include "stage/session/session.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "render/layout.h"
 #include "scope_pictures.h"
 #include "scopes/sampling/merger.h"
-#include "stage/schedule.h"
+#include "stage/host/schedule.h"
 
 namespace ks_bench {
 namespace {

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "scope_pictures.h"
-#include "stage/session.h"
-#include "stage/workspace.h"
+#include "stage/desk/workspace.h"
+#include "stage/session/session.h"
 
 namespace {
 

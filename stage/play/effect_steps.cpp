@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "hostapi/constants.h"
-#include "stage/panel/panel_model.h"
+#include "stage/desk/panel/panel_model.h"
 #include "stage/play/session_steps.h"
 
 namespace stage {

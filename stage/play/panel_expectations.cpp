@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "hostapi/constants.h"
-#include "stage/panel/panel_model.h"
+#include "stage/desk/panel/panel_model.h"
 #include "stage/play/session_steps.h"
-#include "stage/project/hex.h"
+#include "stage/text/hex.h"
 
 namespace stage {
 namespace {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "stage/play/session_steps.h"
-#include "stage/project/utf8_path.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage {
 namespace {

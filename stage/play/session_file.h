@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/host_options.h"
+#include "stage/host/host_options.h"
 #include "stage/play/file_value.h"
 
 namespace stage {

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <tuple>
 
-#include "stage/viewer/layer_map.h"
+#include "stage/project/layer_map.h"
 
 namespace stage {
 namespace {

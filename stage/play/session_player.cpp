@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "stage/play/session_steps.h"
-#include "stage/project/utf8_path.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage {
 namespace {

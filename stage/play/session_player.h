@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "stage/desk/workspace.h"
 #include "stage/play/session_file.h"
-#include "stage/workspace.h"
 
 namespace stage {
 

@@ -1,9 +1,9 @@
 #include "stage/play/session_shot.h"
 
-#include "stage/image/picture_io.h"
+#include "stage/desk/viewer/window_picture.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/replacement_file.h"
-#include "stage/project/utf8_path.h"
-#include "stage/viewer/window_picture.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage {
 namespace {

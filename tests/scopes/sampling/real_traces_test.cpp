@@ -6,7 +6,7 @@
 #include <filesystem>
 
 #include "scopes/sampling/trace_promises.h"
-#include "stage/image/picture_io.h"
+#include "stage/image/codecs/picture_io.h"
 
 namespace ks {
 namespace {

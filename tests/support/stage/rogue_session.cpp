@@ -1,0 +1,92 @@
+#include "support/stage/rogue_session.h"
+
+namespace stage_test {
+namespace {
+
+Names names_of(const std::vector<stage::Finding> &findings, bool known) {
+    Names names;
+    for (const stage::Finding &finding : findings) {
+        if (finding.known == known) names.push_back(finding.check + " in " + finding.command);
+    }
+    return names;
+}
+
+stage::ItemId add_footage(stage::Project &project, const Scene &scene,
+                          const stage::Picture &picture) {
+    return project.add_footage("footage", scene.width, scene.height, scene.par_num, scene.par_den,
+                               10, [picture](std::int64_t) { return picture; });
+}
+
+}  // namespace
+
+stage::Picture test_picture(int width, int height, stage::Depth depth) {
+    stage::Picture picture = stage::make_picture(width, height, stage::SampleType::Float);
+    const float top = depth == stage::Depth::U8 ? 255.0f : 32768.0f;
+    int code = 0;
+    for (std::size_t i = 0; i < picture.argb.size(); ++i) {
+        code = (code + 37) % 251;
+        picture.argb[i] = i % 4 == 0 ? 1.0f : static_cast<float>(code) / top;
+    }
+    return picture;
+}
+
+RogueSession::RogueSession(const std::string &act, stage::HostOptions options)
+    : session(KS_ROGUE_FILE, options) {
+    session.panel_shown = false;
+    choose(act);
+}
+
+void RogueSession::choose(const std::string &act) {
+    EXPECT_EQ(session.plugin.library.function<rogue::Choose>("rogue_choose")(act.c_str()), 1)
+        << act << " is no act";
+}
+
+const rogue::Seen &RogueSession::seen() const {
+    return *session.plugin.library.function<rogue::GetSeen>("rogue_seen")();
+}
+
+void RogueSession::open(const Scene &scene) {
+    session.start();
+    picture = test_picture(scene.width, scene.height, host().options.depth);
+    stage::Project &project = host().project;
+    comp = project.add_comp("comp", scene.width, scene.height, scene.par_num, scene.par_den, 10);
+    project.active_comp = comp;
+    layer = project.add_layer(comp, add_footage(project, scene, picture), 0, "layer");
+    effect = session.apply(layer);
+    ASSERT_NE(effect, nullptr);
+}
+
+void RogueSession::set_original(const Scene &scene) {
+    stage::Project &project = host().project;
+    const stage::Picture other = test_picture(scene.width, scene.height, host().options.depth);
+    const stage::LayerId id =
+        project.add_layer(comp, add_footage(project, scene, other), -1, "original");
+    value(rogue::kOriginal).layer = id;
+}
+
+void RogueSession::set_point(double x, double y) {
+    value(rogue::kCentre).x = x;
+    value(rogue::kCentre).y = y;
+}
+
+stage::ParamValue &RogueSession::value(int index) {
+    return host()
+        .project.layer(layer)
+        ->effects.at(static_cast<std::size_t>(effect->effect))
+        .streams.at(static_cast<std::size_t>(index))
+        .value;
+}
+
+stage::RenderResult RogueSession::render(const stage::RenderSettings &settings) {
+    return session.render(*effect, settings);
+}
+
+Names RogueSession::violations() const {
+    return names_of(session.host.strict.all(), false);
+}
+
+Names RogueSession::known() const {
+    return names_of(session.host.strict.all(), true);
+}
+
+}  // namespace stage_test
