@@ -4,6 +4,7 @@ import pathlib
 import tempfile
 import unittest
 
+import documented
 import includes
 import sizes
 import words
@@ -109,10 +110,64 @@ class Words(TreeTest):
 
 class Sizes(TreeTest):
     def test_finds_a_long_file_only(self):
-        self.write("src/host/short.cpp", "\n" * sizes.LIMIT)
-        self.write("src/host/long.cpp", "\n" * (sizes.LIMIT + 1))
-        self.write("docs/long.md", "\n" * (sizes.LIMIT + 1))
+        self.write("src/host/short.cpp", "\n" * sizes.FILE_LIMIT)
+        self.write("src/host/long.cpp", "\n" * (sizes.FILE_LIMIT + 1))
+        self.write("docs/long.md", "\n" * (sizes.FILE_LIMIT + 1))
         self.assertEqual([line.split(":")[0] for line in self.found(sizes)], ["src/host/long.cpp"])
+
+    def test_finds_a_full_folder_only(self):
+        for number in range(sizes.FOLDER_LIMIT):
+            self.write(f"src/host/file{number}.h", "")
+            self.write(f"src/draw/file{number}.h", "")
+        self.write("src/draw/CMakeLists.txt", "")
+        self.assertEqual([line.split(":")[0] for line in self.found(sizes)], ["src/draw/"])
+
+    def test_finds_a_long_function_only(self):
+        def function(lines):
+            return "int sum(int a,\n        int b) {\n" + "    ++a;\n" * (lines - 3) + "}\n"
+
+        self.write("src/host/two.cpp", "namespace ks {\n" + function(sizes.FUNCTION_LIMIT)
+                   + "struct Rows {\n" + "    int row;\n" * 70 + "};\n"
+                   + "constexpr int kRows[] = {\n" + "    1,\n" * 70 + "};\n"
+                   + "constexpr Table kTable{\n" + "    1,\n" * 70 + "};\n"
+                   + function(sizes.FUNCTION_LIMIT + 1) + "}  // namespace ks\n")
+        self.assertEqual(len(self.found(sizes)), 1)
+        self.assertIn(f"a function of {sizes.FUNCTION_LIMIT + 1} lines", self.found(sizes)[0])
+
+    def test_finds_a_long_member_function_and_its_lambda(self):
+        self.write("src/host/inner.h", "struct Host {\n    void fill() {\n        act([] {\n"
+                   + "            ++a;\n" * 70 + "        });\n    }\n};\n")
+        self.assertEqual(len(self.found(sizes)), 2)
+
+
+class Documented(TreeTest):
+    ROOMS = "# comment\nhostapi : :\nstage/text : :\n"
+
+    def check(self, architecture, readme):
+        self.write("cmake/rooms.txt", self.ROOMS)
+        self.write("stage/text/hex.h", "")
+        self.write("stage/host.h", "")
+        self.write("tests/stage/hex_test.cpp", "")
+        self.write("docs/develop/architecture.md", architecture)
+        self.write("README.md", readme)
+        return self.found(documented)
+
+    ARCHITECTURE = "| `hostapi/` | what |\n| `stage/text/` | it |\n"
+    README = ("| `hostapi/` | a |\n| `stage/` | b |\n| `tests/stage/` | c |\n| `cmake/` | d |\n"
+              "| `docs/develop/` | e |\n")
+
+    def test_accepts_a_row_for_each(self):
+        self.assertEqual(self.check(self.ARCHITECTURE, self.README), [])
+
+    def test_finds_what_has_no_row_or_two(self):
+        self.assertEqual(len(self.check("| `hostapi/` | what |\n", self.README)), 1)
+        self.assertEqual(len(self.check(self.ARCHITECTURE * 2, self.README)), 2)
+        self.assertEqual(len(self.check(self.ARCHITECTURE, "")), 5)
+
+    def test_finds_rows_for_what_is_not_there_or_says_nothing(self):
+        self.assertEqual(
+            len(self.check(self.ARCHITECTURE + "| `stage/gone/` | x |\n", self.README)), 1)
+        self.assertEqual(len(self.check(self.ARCHITECTURE.replace("it", ""), self.README)), 1)
 
 
 if __name__ == "__main__":
