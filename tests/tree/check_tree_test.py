@@ -140,6 +140,12 @@ class Sizes(TreeTest):
         self.assertEqual(len(self.found(sizes)), 2)
 
 
+    def test_ends_a_lambda_in_its_own_column(self):
+        self.write("src/host/many.cpp", "act(1,\n    [](int a) {\n        ++a;\n    });\n\n"
+                   + "int one() {\n    return 1;\n}\n\n" * 30)
+        self.assertEqual(self.found(sizes), [])
+
+
 class Documented(TreeTest):
     ROOMS = "# comment\nhostapi : :\nstage/text : :\n"
 

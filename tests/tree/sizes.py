@@ -24,19 +24,20 @@ NO_FUNCTION = re.compile(r"\b(namespace|class|struct|enum|union)\b|=\s*\{+$|^ext
 def functions(text):
     """(first line, number of lines, head) of every function of a formatted file, from 1."""
     lines = text.splitlines()
-    open_braces = []  # (column of the head, its first line, its text)
+    # A body closes in the column where its head begins, a lambda's in that of its own line.
+    open_braces = []  # (columns, first line of the head, its text)
     for number, line in enumerate(lines):
         if line.lstrip().startswith("}"):
             column = _column(line)
-            while open_braces and open_braces[-1][0] > column:
+            while open_braces and min(open_braces[-1][0]) > column:
                 open_braces.pop()
-            if open_braces and open_braces[-1][0] == column:
+            if open_braces and column in open_braces[-1][0]:
                 _, first, head = open_braces.pop()
                 if not NO_FUNCTION.search(head):
                     yield first + 1, number - first + 1, head
         if line.rstrip().endswith("{"):
             begin = _head(lines, number)
-            open_braces.append((_column(lines[begin]), begin,
+            open_braces.append(((_column(lines[begin]), _column(line)), begin,
                                 " ".join(part.strip() for part in lines[begin : number + 1])))
 
 
