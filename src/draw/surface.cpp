@@ -8,7 +8,7 @@
 #include "draw/draw_surface.h"
 #include "draw/gdiplus_flat.h"
 #include "draw/gdiplus_objects.h"
-#include "draw/raster_copy.h"
+#include "pixels/raster_copy.h"
 #include "host/host_world.h"
 #include "host/scoped.h"
 #include "host/suite_cache.h"

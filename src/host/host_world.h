@@ -4,9 +4,9 @@
 #include "hostapi/constants.h"
 #include "hostapi/effect_types.h"
 #include "hostapi/in_out_data.h"
-#include "render/layout.h"
-#include "render/pixel_format.h"
-#include "render/world_view.h"
+#include "geometry/layout.h"
+#include "pixels/pixel_format.h"
+#include "pixels/world_view.h"
 
 namespace ks {
 

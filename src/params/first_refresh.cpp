@@ -2,8 +2,8 @@
 
 #include "host/error_chain.h"
 #include "host/scoped.h"
-#include "instance/record.h"
-#include "params/first_sizes.h"
+#include "model/record.h"
+#include "geometry/first_sizes.h"
 
 namespace ks {
 namespace {

@@ -4,9 +4,9 @@
 #include "host/scoped.h"
 #include "params/first_refresh.h"
 #include "params/panel.h"
-#include "params/scope_group.h"
-#include "render/layout.h"
-#include "scopes/scope_kind.h"
+#include "model/scope_group.h"
+#include "geometry/layout.h"
+#include "model/scope_kind.h"
 
 namespace ks {
 namespace {

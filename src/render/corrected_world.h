@@ -3,9 +3,9 @@
 
 #include "host/error_chain.h"
 #include "render/frame.h"
-#include "render/owned_world.h"
+#include "host/owned_world.h"
 #include "render/settings.h"
-#include "render/views.h"
+#include "pixels/views.h"
 
 namespace ks {
 

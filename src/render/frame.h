@@ -3,7 +3,7 @@
 
 #include "host/suite_cache.h"
 #include "hostapi/host.h"
-#include "render/layout.h"
+#include "geometry/layout.h"
 
 namespace ks {
 

@@ -5,8 +5,8 @@
 #include "render/compositing.h"
 #include "render/conversion.h"
 #include "render/corrected_world.h"
-#include "render/owned_world.h"
-#include "render/plot.h"
+#include "host/owned_world.h"
+#include "pixels/plot.h"
 
 namespace ks {
 namespace {

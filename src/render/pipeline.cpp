@@ -8,7 +8,7 @@
 #include "render/scope_panels.h"
 #include "render/stacking.h"
 #include "render/wipe.h"
-#include "render/world_suite.h"
+#include "host/world_suite.h"
 #include "scopes/orchestration.h"
 
 namespace ks {

@@ -6,9 +6,9 @@
 
 #include "host/error_chain.h"
 #include "hostapi/in_out_data.h"
-#include "params/param_table.h"
-#include "render/world_view.h"
-#include "scopes/scope_kind.h"
+#include "model/param_table.h"
+#include "pixels/world_view.h"
+#include "model/scope_kind.h"
 
 namespace ks {
 

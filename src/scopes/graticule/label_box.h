@@ -5,7 +5,7 @@
 #include <string>
 
 #include "scopes/graticule/shapes.h"
-#include "scopes/scope_layout.h"
+#include "geometry/scope_layout.h"
 
 namespace ks {
 

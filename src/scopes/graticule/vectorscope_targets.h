@@ -4,9 +4,9 @@
 #include <array>
 #include <cstddef>
 
-#include "render/world_view.h"
+#include "pixels/world_view.h"
 #include "scopes/graticule/shapes.h"
-#include "scopes/sample_context.h"
+#include "scopes/context/sample_context.h"
 
 namespace ks {
 

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string>
 
-#include "render/pixel_format.h"
-#include "render/world_view.h"
+#include "pixels/pixel_format.h"
+#include "pixels/world_view.h"
 #include "scopes/graticule/shapes.h"
-#include "scopes/scope_layout.h"
+#include "geometry/scope_layout.h"
 
 namespace ks {
 

@@ -9,7 +9,7 @@
 #include "scopes/sampling/arena.h"
 #include "scopes/sampling/column_slots.h"
 #include "scopes/sampling/value_classes.h"
-#include "scopes/sampling/vector_map.h"
+#include "scopes/context/vector_map.h"
 
 namespace ks {
 
