@@ -10,8 +10,8 @@
 
 #include "hostapi/effect_types.h"
 #include "pixels/gamma.h"
-#include "render/view_callbacks.h"
 #include "pixels/views.h"
+#include "render/view_callbacks.h"
 
 namespace ks_bench {
 

@@ -8,7 +8,7 @@
 #include <array>
 #include <cstdint>
 
-#include "pixels/world_view.h"
+#include "geometry/int_rect.h"
 #include "model/scope_kind.h"
 
 namespace ks {

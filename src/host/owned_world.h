@@ -1,9 +1,9 @@
 // A world of the host's that lives for part of one frame.
 #pragma once
 
+#include "geometry/int_rect.h"
 #include "hostapi/constants.h"
 #include "hostapi/pf_suites.h"
-#include "pixels/world_view.h"
 
 namespace ks {
 

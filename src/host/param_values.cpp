@@ -1,8 +1,8 @@
 #include "host/param_values.h"
 
+#include "geometry/layout.h"
 #include "host/scoped.h"
 #include "pixels/depth.h"
-#include "geometry/layout.h"
 
 namespace ks {
 namespace {

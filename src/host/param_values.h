@@ -3,11 +3,11 @@
 
 #include <cstdint>
 
+#include "geometry/int_rect.h"
 #include "host/error_chain.h"
 #include "hostapi/in_out_data.h"
 #include "model/param_table.h"
 #include "pixels/pixel_format.h"
-#include "pixels/world_view.h"
 
 namespace ks {
 

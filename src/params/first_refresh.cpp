@@ -1,9 +1,9 @@
 #include "params/first_refresh.h"
 
+#include "geometry/first_sizes.h"
 #include "host/error_chain.h"
 #include "host/scoped.h"
 #include "model/record.h"
-#include "geometry/first_sizes.h"
 
 namespace ks {
 namespace {

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 
+#include "geometry/int_rect.h"
 #include "pixels/depth.h"
 #include "pixels/pixel_format.h"
 #include "pixels/world_view.h"

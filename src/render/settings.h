@@ -4,10 +4,10 @@
 #include <array>
 #include <cstdint>
 
+#include "geometry/int_rect.h"
 #include "host/error_chain.h"
 #include "hostapi/in_out_data.h"
 #include "model/param_table.h"
-#include "pixels/world_view.h"
 #include "model/scope_kind.h"
 
 namespace ks {

@@ -1,10 +1,10 @@
 // The graticules and labels of one frame's scopes.
 #pragma once
 
-#include "hostapi/in_out_data.h"
 #include "geometry/layout.h"
-#include "scopes/context/sample_context.h"
 #include "geometry/scope_layout.h"
+#include "hostapi/in_out_data.h"
+#include "scopes/context/sample_context.h"
 #include "scopes/scope_set.h"
 #include "scopes/traces/slice_trace.h"
 

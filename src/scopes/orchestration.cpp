@@ -6,9 +6,9 @@
 #include "model/record.h"
 #include "scopes/context/context_setup.h"
 #include "scopes/graticules.h"
-#include "scopes/traces/histogram_bars.h"
 #include "scopes/sampling_pass.h"
 #include "scopes/settings_reader.h"
+#include "scopes/traces/histogram_bars.h"
 #include "scopes/traces/slice_trace.h"
 
 namespace ks {

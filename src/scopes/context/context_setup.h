@@ -3,9 +3,9 @@
 
 #include <array>
 
-#include "scopes/context/sample_context.h"
-#include "model/scope_kind.h"
 #include "geometry/scope_layout.h"
+#include "model/scope_kind.h"
+#include "scopes/context/sample_context.h"
 #include "scopes/context/scope_settings.h"
 
 namespace ks {

@@ -4,8 +4,8 @@
 
 #include <string>
 
-#include "scopes/graticule/shapes.h"
 #include "geometry/scope_layout.h"
+#include "scopes/graticule/shapes.h"
 
 namespace ks {
 

@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "pixels/views.h"
-#include "scopes/graticule/vectorscope_targets.h"
 #include "scopes/context/vector_map.h"
+#include "scopes/graticule/vectorscope_targets.h"
 
 namespace ks {
 namespace {

@@ -6,8 +6,8 @@
 #include <optional>
 
 #include "geometry/layout.h"
-#include "scopes/graticule/shapes.h"
 #include "scopes/context/sample_context.h"
+#include "scopes/graticule/shapes.h"
 
 namespace ks {
 

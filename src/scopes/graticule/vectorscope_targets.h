@@ -4,9 +4,9 @@
 #include <array>
 #include <cstddef>
 
-#include "pixels/world_view.h"
-#include "scopes/graticule/shapes.h"
+#include "geometry/int_rect.h"
 #include "scopes/context/sample_context.h"
+#include "scopes/graticule/shapes.h"
 
 namespace ks {
 

@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string>
 
-#include "pixels/pixel_format.h"
-#include "pixels/world_view.h"
-#include "scopes/graticule/shapes.h"
+#include "geometry/int_rect.h"
 #include "geometry/scope_layout.h"
+#include "pixels/pixel_format.h"
+#include "scopes/graticule/shapes.h"
 
 namespace ks {
 

@@ -1,8 +1,8 @@
 // Turns the vectorscope's counts, or gathered colours, into its trace.
 #pragma once
 
-#include "scopes/sampling/colour_cell.h"
 #include "scopes/merge/count_table.h"
+#include "scopes/sampling/colour_cell.h"
 #include "scopes/sampling/sampler.h"
 
 namespace ks {

@@ -4,8 +4,8 @@
 #include <cstdint>
 
 #include "geometry/layout.h"
-#include "scopes/context/sample_context.h"
 #include "geometry/scope_layout.h"
+#include "scopes/context/sample_context.h"
 
 namespace ks {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "pixels/depth.h"
 #include "geometry/layout.h"
+#include "pixels/depth.h"
 #include "pixels/plot.h"
 #include "pixels/views.h"
 

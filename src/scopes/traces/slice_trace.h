@@ -3,10 +3,10 @@
 
 #include <cstdint>
 
+#include "geometry/scope_layout.h"
 #include "pixels/pixel_format.h"
 #include "pixels/world_view.h"
 #include "scopes/context/sample_context.h"
-#include "geometry/scope_layout.h"
 
 namespace ks {
 

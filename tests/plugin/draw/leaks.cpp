@@ -5,8 +5,8 @@
 #include <map>
 #include <string>
 
-#include "plugin/draw/draw_world.h"
 #include "draw/gdiplus_flat.h"
+#include "plugin/draw/draw_world.h"
 #include "stage/binary/gdiplus_runtime.h"
 
 namespace {

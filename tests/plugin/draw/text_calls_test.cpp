@@ -1,8 +1,8 @@
 // Text: its calls of GDI+, its place, and the correction for pixels that are not square.
 #include <gtest/gtest.h>
 
-#include "plugin/draw/calls_fixture.h"
 #include "draw/wide_text.h"
+#include "plugin/draw/calls_fixture.h"
 
 namespace {
 

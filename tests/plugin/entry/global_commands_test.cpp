@@ -1,8 +1,8 @@
 #include <cstring>
 
-#include "plugin/entry/entry_fixture.h"
 #include "entry/identity.h"
 #include "model/string_table.h"
+#include "plugin/entry/entry_fixture.h"
 
 namespace {
 

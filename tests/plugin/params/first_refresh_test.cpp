@@ -1,7 +1,7 @@
 #include "params/first_refresh.h"
 
-#include "plugin/params/panel_host.h"
 #include "params/panel_refresh.h"
+#include "plugin/params/panel_host.h"
 
 namespace {
 

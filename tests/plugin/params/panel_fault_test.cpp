@@ -3,8 +3,8 @@
 #include <set>
 
 #include "params/panel_edits.h"
-#include "plugin/params/panel_host.h"
 #include "params/panel_refresh.h"
+#include "plugin/params/panel_host.h"
 
 namespace {
 

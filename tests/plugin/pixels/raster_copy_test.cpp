@@ -5,29 +5,31 @@
 #include <cmath>
 #include <limits>
 
-#include "plugin/draw/draw_world.h"
 #include "pixels/raster_copy.h"
-#include "host/host_world.h"
+#include "plugin/support/test_world.h"
 
 namespace {
 
-using namespace draw_test;
 using ks::Pixel16;
 using ks::Pixel8;
 using ks::PixelF;
 using ks::draw::copy_from_raster;
 using ks::draw::copy_to_raster;
+template <class P>
+using World = ks::TestWorld<P>;
 
 using Bytes = std::vector<std::uint8_t>;
+
+constexpr ks::FormatCode kForeignFormat =
+    ks::format_code('b', 'g', 'r', 'a');  // the host's, never ours
 
 // The four raster bytes of one world pixel.
 template <class P>
 Bytes in(const P &pixel) {
     World<P> world(1, 1);
-    world.set(0, 0, pixel);
+    world.at(0, 0) = pixel;
     Bytes raster(4);
-    EXPECT_EQ(copy_to_raster(ks::PixelTraits<P>::kCode, ks::view_of(world.world), raster.data()),
-              0);
+    EXPECT_EQ(copy_to_raster(ks::PixelTraits<P>::kCode, world.view(), raster.data()), 0);
     return raster;
 }
 
@@ -35,10 +37,9 @@ Bytes in(const P &pixel) {
 template <class P>
 P out(const Bytes &raster) {
     World<P> world(1, 1);
-    EXPECT_EQ(copy_from_raster(ks::PixelTraits<P>::kCode, raster.data(), ks::view_of(world.world)),
-              0);
-    EXPECT_TRUE(world.padding_untouched());
-    return world.get(0, 0);
+    EXPECT_EQ(copy_from_raster(ks::PixelTraits<P>::kCode, raster.data(), world.view()), 0);
+    EXPECT_TRUE(world.guards_intact());
+    return world.at(0, 0);
 }
 
 TEST(CopyToRaster, eight_bit_channels_stay_as_they_are_alpha_last) {
@@ -110,13 +111,12 @@ TEST(CopyFromRaster, float_is_opaque_whatever_the_rasters_alpha) {
 
 TEST(RasterCopy, unknown_format_goes_in_as_opaque_black_and_comes_out_not_at_all) {
     World<Pixel8> world(3, 2);
-    world.fill({9, 9, 9, 9});
+    world.at(2, 1) = {9, 9, 9, 9};
     Bytes raster(24, 0x77);
-    EXPECT_EQ(copy_to_raster(PF_PixelFormat_BGRA32, ks::view_of(world.world), raster.data()), 516);
+    EXPECT_EQ(copy_to_raster(kForeignFormat, world.view(), raster.data()), 516);
     for (std::size_t i = 0; i < raster.size(); ++i) EXPECT_EQ(raster[i], i % 4 == 3 ? 255 : 0);
-    EXPECT_EQ(copy_from_raster(PF_PixelFormat_BGRA32, raster.data(), ks::view_of(world.world)),
-              516);
-    EXPECT_EQ(world.get(2, 1).red, 9);
+    EXPECT_EQ(copy_from_raster(kForeignFormat, raster.data(), world.view()), 516);
+    EXPECT_EQ(world.at(2, 1).red, 9);
 }
 
 // Widths around the registers' four pixels, on padded rows.
@@ -134,13 +134,12 @@ TYPED_TEST(RasterWidths, every_pixel_goes_its_way_and_nothing_else_is_touched) {
         const auto lit = [width](int x, int y) { return (x + y * width) % 3 == 0; };
         for (int y = 0; y < 3; ++y) {
             for (int x = 0; x < width; ++x) {
-                world.set(x, y, lit(x, y) ? P{0, kFull, 0, kFull} : P{0, 0, kFull, 0});
+                world.at(x, y) = lit(x, y) ? P{0, kFull, 0, kFull} : P{0, 0, kFull, 0};
             }
         }
         const std::size_t size = static_cast<std::size_t>(width) * 12;
         Bytes raster(size + 16, 0x77);
-        ASSERT_EQ(
-            copy_to_raster(ks::PixelTraits<P>::kCode, ks::view_of(world.world), raster.data()), 0);
+        ASSERT_EQ(copy_to_raster(ks::PixelTraits<P>::kCode, world.view(), raster.data()), 0);
         for (std::size_t i = 0; i < size; i += 4) {
             const bool on = (i / 4) % 3 == 0;
             ASSERT_EQ(Bytes(raster.begin() + i, raster.begin() + i + 4),
@@ -148,20 +147,20 @@ TYPED_TEST(RasterWidths, every_pixel_goes_its_way_and_nothing_else_is_touched) {
         }
         EXPECT_EQ(Bytes(raster.begin() + size, raster.end()), Bytes(16, 0x77));
 
-        world.fill(P{});
-        ASSERT_EQ(
-            copy_from_raster(ks::PixelTraits<P>::kCode, raster.data(), ks::view_of(world.world)),
-            0);
+        for (int y = 0; y < 3; ++y) {
+            for (int x = 0; x < width; ++x) world.at(x, y) = P{};
+        }
+        ASSERT_EQ(copy_from_raster(ks::PixelTraits<P>::kCode, raster.data(), world.view()), 0);
         for (int y = 0; y < 3; ++y) {
             for (int x = 0; x < width; ++x) {
-                const P pixel = world.get(x, y);
+                const P pixel = world.at(x, y);
                 ASSERT_EQ(pixel.alpha, kFull);
                 ASSERT_EQ(pixel.red, lit(x, y) ? kFull : 0);
                 ASSERT_EQ(pixel.green, lit(x, y) ? 0 : kFull);
                 ASSERT_EQ(pixel.blue, lit(x, y) ? kFull : 0);
             }
         }
-        EXPECT_TRUE(world.padding_untouched());
+        EXPECT_TRUE(world.guards_intact());
     }
 }
 
@@ -169,28 +168,25 @@ TEST(RasterCopy, eight_bit_colours_make_the_round_trip_unchanged) {
     World<Pixel8> world(256, 1);
     for (int x = 0; x < 256; ++x) {
         const auto value = static_cast<std::uint8_t>(x);
-        world.set(x, 0, {value, value, static_cast<std::uint8_t>(255 - x), 17});
+        world.at(x, 0) = {value, value, static_cast<std::uint8_t>(255 - x), 17};
     }
     Bytes raster(1024);
-    copy_to_raster(ks::kFormat8, ks::view_of(world.world), raster.data());
-    copy_from_raster(ks::kFormat8, raster.data(), ks::view_of(world.world));
+    copy_to_raster(ks::kFormat8, world.view(), raster.data());
+    copy_from_raster(ks::kFormat8, raster.data(), world.view());
     for (int x = 0; x < 256; ++x) {
-        EXPECT_EQ(world.get(x, 0).alpha, 255);
-        EXPECT_EQ(world.get(x, 0).red, x);
-        EXPECT_EQ(world.get(x, 0).green, 255 - x);
-        EXPECT_EQ(world.get(x, 0).blue, 17);
+        EXPECT_EQ(world.at(x, 0).alpha, 255);
+        EXPECT_EQ(world.at(x, 0).red, x);
+        EXPECT_EQ(world.at(x, 0).green, 255 - x);
+        EXPECT_EQ(world.at(x, 0).blue, 17);
     }
 }
 
 TEST(RasterCopy, upside_down_rows_are_followed) {
     World<Pixel8> world(2, 2);
-    world.set(0, 0, {0, 1, 1, 1});
-    world.set(0, 1, {0, 2, 2, 2});
-    ks::WorldView view = ks::view_of(world.world);
-    view.base = view.pixel<Pixel8>(0, 1);
-    view.row_bytes = -view.row_bytes;
+    world.at(0, 0) = {0, 1, 1, 1};
+    world.at(0, 1) = {0, 2, 2, 2};
     Bytes raster(16);
-    ASSERT_EQ(copy_to_raster(ks::kFormat8, view, raster.data()), 0);
+    ASSERT_EQ(copy_to_raster(ks::kFormat8, world.flipped(), raster.data()), 0);
     EXPECT_EQ(raster[0], 2);
     EXPECT_EQ(raster[8], 1);
 }

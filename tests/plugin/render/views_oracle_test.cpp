@@ -9,8 +9,8 @@
 
 #include "oracle/pixel_oracle.h"
 #include "pixels/gamma.h"
-#include "render/view_callbacks.h"
 #include "pixels/views.h"
+#include "render/view_callbacks.h"
 #include "support/image_diff.h"
 
 namespace {

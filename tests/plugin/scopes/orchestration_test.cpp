@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "plugin/support/render_host.h"
 #include "plugin/scopes/iterate_host.h"
+#include "plugin/support/render_host.h"
 #include "stage/binary/gdiplus_runtime.h"
 
 namespace ks {

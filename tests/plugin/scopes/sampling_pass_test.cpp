@@ -6,8 +6,8 @@
 #include <cstring>
 
 #include "oracle/scope_oracle.h"
-#include "scopes/context/context_setup.h"
 #include "plugin/scopes/iterate_host.h"
+#include "scopes/context/context_setup.h"
 #include "scopes/sampling/sample_plan.h"
 
 namespace ks {

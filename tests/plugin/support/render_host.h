@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "hostapi/host.h"
-#include "model/record.h"
 #include "model/param_table.h"
+#include "model/record.h"
 #include "stage/binary/gdiplus_runtime.h"
 #include "support/fake_host.h"
 

@@ -1,8 +1,8 @@
 // Draw events: the calls in order, what survives which failure, and that everything is given back.
 #include <gtest/gtest.h>
 
-#include "ui/drawbot_path.h"
 #include "plugin/ui/event_host.h"
+#include "ui/drawbot_path.h"
 #include "ui/events.h"
 
 namespace {

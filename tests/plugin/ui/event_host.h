@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "support/fake_host.h"
 #include "plugin/ui/handles/expected_handles.h"
+#include "support/fake_host.h"
 
 namespace fake {
 

@@ -5,9 +5,9 @@
 #include <cmath>
 #include <numbers>
 
+#include "geometry/scope_layout.h"
 #include "plugin/scopes/graticule/shape_list.h"
 #include "scopes/graticule/vectorscope_targets.h"
-#include "geometry/scope_layout.h"
 
 namespace ks {
 namespace {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "plugin/scopes/graticule/shape_list.h"
 #include "model/scope_kind.h"
+#include "plugin/scopes/graticule/shape_list.h"
 
 namespace ks {
 namespace {

@@ -4,8 +4,8 @@
 #include <cmath>
 
 #include "pixels/plot.h"
-#include "scopes/merge/even_plots.h"
 #include "plugin/scopes/merge/trace_promises.h"
+#include "scopes/merge/even_plots.h"
 
 namespace ks {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <thread>
 
-#include "scopes/sampling/grid_pool.h"
 #include "plugin/scopes/merge/trace_promises.h"
+#include "scopes/sampling/grid_pool.h"
 
 namespace ks {
 namespace {

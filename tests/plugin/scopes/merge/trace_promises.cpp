@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "pixels/depth.h"
-#include "scopes/sampling/column_slots.h"
 #include "scopes/merge/count_table.h"
+#include "scopes/sampling/column_slots.h"
 #include "scopes/sampling/row_map.h"
 
 namespace ks {

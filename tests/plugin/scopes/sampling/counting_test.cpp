@@ -5,8 +5,8 @@
 #include <numeric>
 #include <random>
 
-#include "scopes/sampling/arena.h"
 #include "scopes/merge/column_sums.h"
+#include "scopes/sampling/arena.h"
 #include "scopes/sampling/counting.h"
 
 namespace ks {

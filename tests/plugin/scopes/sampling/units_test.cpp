@@ -6,13 +6,13 @@
 #include <limits>
 #include <random>
 
-#include "scopes/sampling/arena.h"
-#include "scopes/sampling/column_slots.h"
+#include "scopes/context/vector_map.h"
 #include "scopes/merge/column_sums.h"
 #include "scopes/merge/count_table.h"
+#include "scopes/sampling/arena.h"
+#include "scopes/sampling/column_slots.h"
 #include "scopes/sampling/counting.h"
 #include "scopes/sampling/value_classes.h"
-#include "scopes/context/vector_map.h"
 
 namespace ks {
 namespace {
