@@ -40,7 +40,7 @@ INSTANTIATE_TEST_SUITE_P(All, SessionFiles, testing::ValuesIn(session_files()),
 
 /// The first block of JSON on the page.
 std::string documented_example() {
-    std::ifstream stream(KS_SOURCE_DIR "/docs/session-files.md", std::ios::binary);
+    std::ifstream stream(KS_SOURCE_DIR "/docs/stage/session-files.md", std::ios::binary);
     const std::string page{std::istreambuf_iterator<char>(stream), {}};
     const std::size_t begin = page.find("```json\n") + 8;
     return page.substr(begin, page.find("```", begin) - begin);
