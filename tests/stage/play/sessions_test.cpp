@@ -12,7 +12,8 @@ namespace {
 
 std::vector<std::filesystem::path> session_files() {
     std::vector<std::filesystem::path> files;
-    for (const auto &entry : std::filesystem::directory_iterator(KS_SOURCE_DIR "/tests/sessions")) {
+    for (const auto &entry :
+         std::filesystem::directory_iterator(KS_SOURCE_DIR "/tests/whole/sessions")) {
         if (entry.path().extension() == ".json") files.push_back(entry.path());
     }
     std::ranges::sort(files);
