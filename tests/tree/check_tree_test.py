@@ -181,6 +181,18 @@ class Links(TreeTest):
             with self.subTest(link):
                 self.assertEqual(len(self.check(link)), 1)
 
+    def test_finds_a_path_that_leads_nowhere(self):
+        for path in ("`docs/gone`", "```\nrun docs/gone.json -o out\n```", "docs/user/gone/*.md",
+                     "see docs/user/gone."):
+            with self.subTest(path):
+                self.assertEqual(len(self.check(path)), 1)
+        self.assertEqual(self.check("[over\ntwo](user/scopes.md\n'title')\nin docs/gone"),
+                         ["docs/page.md:4"])
+
+    def test_accepts_paths_that_are_there_and_those_of_other_places(self):
+        self.assertEqual(self.check("`docs/user/scopes.md`, docs/user/, docs/pictures/*.png, build/docs/x,"
+                                    " ../docs/x, user/gone, and/or"), [])
+
     def test_tells_the_line(self):
         self.assertEqual(self.check("```\n[code](gone.md)\n```\n`[a](gone.md)`\n\n[a](gone.md)"),
                          ["docs/page.md:6"])
