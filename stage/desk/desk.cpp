@@ -1,4 +1,4 @@
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 
 #include <algorithm>
 
@@ -22,28 +22,28 @@ void refuse_locked(const Layer &layer) {
 
 }  // namespace
 
-Workspace::Workspace(Session &session) : session_(session) {
+Desk::Desk(Session &session) : session_(session) {
     viewports_[WindowKind::kComp];
     viewports_[WindowKind::kLayer];
     settle_effects();
 }
 
-Workspace::~Workspace() = default;
+Desk::~Desk() = default;
 
-Item &Workspace::active_comp() {
+Item &Desk::active_comp() {
     Project &project = session_.host.project;
     Item *comp = project.comp(project.active_comp);
     if (comp == nullptr) throw SessionError("there is no composition");
     return *comp;
 }
 
-LayerId Workspace::arrived(LayerId layer) {
+LayerId Desk::arrived(LayerId layer) {
     select({layer});
     return layer;
 }
 
-ItemId Workspace::new_comp(const std::string &name, int width, int height, int par_num, int par_den,
-                           std::int64_t frames) {
+ItemId Desk::new_comp(const std::string &name, int width, int height, int par_num, int par_den,
+                      std::int64_t frames) {
     Host &host = session_.host;
     host.undo.before_change("New Composition");
     const ItemId comp = host.project.add_comp(name, width, height, par_num, par_den, frames);
@@ -52,8 +52,8 @@ ItemId Workspace::new_comp(const std::string &name, int width, int height, int p
     return comp;
 }
 
-LayerId Workspace::add_item(const Footage &footage, const std::string &name, int par_num,
-                            int par_den, const std::function<void(Item &)> &describe) {
+LayerId Desk::add_item(const Footage &footage, const std::string &name, int par_num, int par_den,
+                       const std::function<void(Item &)> &describe) {
     Project &project = session_.host.project;
     const OpenedFootage &opened = footage.opened;
     if (project.comp(project.active_comp) == nullptr) {
@@ -69,20 +69,19 @@ LayerId Workspace::add_item(const Footage &footage, const std::string &name, int
     return arrived(project.add_layer(project.active_comp, item, 0, name));
 }
 
-LayerId Workspace::add_footage(const std::filesystem::path &file, int par_num, int par_den) {
+LayerId Desk::add_footage(const std::filesystem::path &file, int par_num, int par_den) {
     const Footage footage = open_footage_file(file);
     return add_item(footage, path_to_utf8(file.filename()), par_num, par_den,
                     [&](Item &item) { item.path = path_to_utf8(std::filesystem::absolute(file)); });
 }
 
-LayerId Workspace::add_chart(const std::string &chart, int width, int height, int par_num,
-                             int par_den) {
+LayerId Desk::add_chart(const std::string &chart, int width, int height, int par_num, int par_den) {
     return add_item(open_chart(chart, width, height), chart, par_num, par_den,
                     [&](Item &item) { item.chart = chart; });
 }
 
-LayerId Workspace::add_solid(const std::string &name, int width, int height,
-                             const std::array<double, 4> &color) {
+LayerId Desk::add_solid(const std::string &name, int width, int height,
+                        const std::array<double, 4> &color) {
     const ItemId comp = active_comp().id;
     Host &host = session_.host;
     host.undo.before_change("New Solid");
@@ -90,19 +89,19 @@ LayerId Workspace::add_solid(const std::string &name, int width, int height,
     return arrived(host.project.add_layer(comp, item, 0, name));
 }
 
-LayerId Workspace::add_adjustment(const std::string &name) {
+LayerId Desk::add_adjustment(const std::string &name) {
     const ItemId comp = active_comp().id;
     session_.host.undo.before_change("New Adjustment Layer");
     return arrived(session_.host.project.add_adjustment_layer(comp, 0, name));
 }
 
-LayerId Workspace::add_text(const std::string &name) {
+LayerId Desk::add_text(const std::string &name) {
     const ItemId comp = active_comp().id;
     session_.host.undo.before_change("New Text Layer");
     return arrived(session_.host.project.add_text_layer(comp, 0, name));
 }
 
-void Workspace::select(const std::vector<LayerId> &layers) {
+void Desk::select(const std::vector<LayerId> &layers) {
     Project &project = session_.host.project;
     for (const LayerId id : layers) refuse_locked(require_layer(project, id));
     for (Layer &layer : active_comp().layers) {
@@ -112,7 +111,7 @@ void Workspace::select(const std::vector<LayerId> &layers) {
     touch();
 }
 
-void Workspace::delete_layer(LayerId id) {
+void Desk::delete_layer(LayerId id) {
     Host &host = session_.host;
     refuse_locked(require_layer(host.project, id));
     close_viewers();
@@ -125,7 +124,7 @@ void Workspace::delete_layer(LayerId id) {
     settle_effects();
 }
 
-LayerId Workspace::duplicate_layer(LayerId id) {
+LayerId Desk::duplicate_layer(LayerId id) {
     Host &host = session_.host;
     Project &project = host.project;
     const Layer original = require_layer(project, id);
@@ -151,7 +150,7 @@ LayerId Workspace::duplicate_layer(LayerId id) {
     return arrived(copy_id);
 }
 
-void Workspace::duplicate_effects(const Layer &original, LayerId copy) {
+void Desk::duplicate_effects(const Layer &original, LayerId copy) {
     Host &host = session_.host;
     for (std::size_t i = 0; i < original.effects.size(); ++i) {
         const auto running = std::ranges::find_if(host.instances, [&](const auto &instance) {
@@ -165,7 +164,7 @@ void Workspace::duplicate_effects(const Layer &original, LayerId copy) {
     }
 }
 
-void Workspace::move_layer(LayerId id, int index) {
+void Desk::move_layer(LayerId id, int index) {
     Host &host = session_.host;
     refuse_locked(require_layer(host.project, id));
     host.undo.before_change("Move Layer");
@@ -173,7 +172,7 @@ void Workspace::move_layer(LayerId id, int index) {
     touch();
 }
 
-void Workspace::show_layer(LayerId id, bool video) {
+void Desk::show_layer(LayerId id, bool video) {
     Host &host = session_.host;
     require_layer(host.project, id);
     host.undo.before_change("Video Switch");
@@ -183,7 +182,7 @@ void Workspace::show_layer(LayerId id, bool video) {
     touch();
 }
 
-void Workspace::place_layer(LayerId id, double x, double y, double scale) {
+void Desk::place_layer(LayerId id, double x, double y, double scale) {
     Host &host = session_.host;
     refuse_locked(require_layer(host.project, id));
     host.undo.before_change("Transform");
@@ -194,7 +193,7 @@ void Workspace::place_layer(LayerId id, double x, double y, double scale) {
     touch();
 }
 
-std::vector<CommandResult> Workspace::apply() {
+std::vector<CommandResult> Desk::apply() {
     std::vector<LayerId> layers;
     for (const Layer &layer : active_comp().layers) {
         if (layer.selected) layers.push_back(layer.id);
@@ -211,7 +210,7 @@ std::vector<CommandResult> Workspace::apply() {
     return results;
 }
 
-void Workspace::remove_effect() {
+void Desk::remove_effect() {
     if (chosen_ == nullptr) throw SessionError("no effect is chosen");
     close_viewers();
     session_.store_sequence(*chosen_);
@@ -220,17 +219,17 @@ void Workspace::remove_effect() {
     settle_effects();
 }
 
-EffectInstance *Workspace::effect() const {
+EffectInstance *Desk::effect() const {
     return chosen_;
 }
 
-void Workspace::choose(EffectInstance &instance) {
+void Desk::choose(EffectInstance &instance) {
     chosen_ = &instance;
     session_.refresh_panel(instance);
     touch();
 }
 
-void Workspace::choose_selected() {
+void Desk::choose_selected() {
     const auto on_selected = [&](const auto &instance) {
         const Layer *layer = session_.host.project.layer(instance->layer);
         return layer != nullptr && layer->selected;
@@ -240,7 +239,7 @@ void Workspace::choose_selected() {
 }
 
 /// After anything that may have ended the chosen effect.
-void Workspace::settle_effects() {
+void Desk::settle_effects() {
     const auto &instances = session_.host.instances;
     const bool alive = std::ranges::any_of(
         instances, [this](const auto &instance) { return instance.get() == chosen_; });
@@ -251,19 +250,19 @@ void Workspace::settle_effects() {
     touch();
 }
 
-PF_Err Workspace::set_value(int index, const ParamValue &value) {
+PF_Err Desk::set_value(int index, const ParamValue &value) {
     if (chosen_ == nullptr) throw SessionError("no effect is chosen");
     touch();
     return session_.set_value(*chosen_, index, value);
 }
 
-PF_Err Workspace::reset() {
+PF_Err Desk::reset() {
     if (chosen_ == nullptr) throw SessionError("no effect is chosen");
     touch();
     return session_.reset_values(*chosen_);
 }
 
-bool Workspace::undo() {
+bool Desk::undo() {
     if (session_.host.undo.next_undo() == nullptr) return false;
     close_viewers();
     const bool done = session_.undo();
@@ -271,7 +270,7 @@ bool Workspace::undo() {
     return done;
 }
 
-bool Workspace::redo() {
+bool Desk::redo() {
     if (session_.host.undo.next_redo() == nullptr) return false;
     close_viewers();
     const bool done = session_.redo();
@@ -279,12 +278,12 @@ bool Workspace::redo() {
     return done;
 }
 
-void Workspace::save(const std::filesystem::path &file) {
+void Desk::save(const std::filesystem::path &file) {
     session_.save(file);
     touch();  // the records were rebuilt
 }
 
-void Workspace::load(const std::filesystem::path &file) {
+void Desk::load(const std::filesystem::path &file) {
     close_viewers();
     chosen_ = nullptr;
     try {
@@ -298,7 +297,7 @@ void Workspace::load(const std::filesystem::path &file) {
     set_frame(frame_);
 }
 
-void Workspace::set_frame(std::int64_t frame) {
+void Desk::set_frame(std::int64_t frame) {
     const Project &project = session_.host.project;
     const Item *comp = project.comp(project.active_comp);
     const std::int64_t last = comp != nullptr ? comp->frames - 1 : 0;
@@ -307,7 +306,7 @@ void Workspace::set_frame(std::int64_t frame) {
     touch();
 }
 
-void Workspace::set_resolution(int downsample) {
+void Desk::set_resolution(int downsample) {
     downsample_ = std::max(downsample, 1);
     touch();
 }

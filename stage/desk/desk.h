@@ -37,11 +37,11 @@ struct CrossHair {
 /// ProjectError with one line when the host cannot carry them out; what the plug-in answers is
 /// returned. The chosen effect is the one whose panel is shown and whose handles work: the first of
 /// the selected layers' own effects, else the last one chosen. [host thread]
-class Workspace {
+class Desk {
   public:
-    /// `session` must be started, and outlive the workspace.
-    explicit Workspace(Session &session);
-    ~Workspace();
+    /// `session` must be started, and outlive the desk.
+    explicit Desk(Session &session);
+    ~Desk();
 
     Session &session() { return session_; }
     const Session &session() const { return session_; }
@@ -115,7 +115,7 @@ class Workspace {
     DrawList window_overlay();
     /// Goes up with everything that may change what is seen.
     std::uint64_t version() const { return version_; }
-    /// After changes made past the workspace, to the session itself.
+    /// After changes made past the desk, to the session itself.
     void touch() { ++version_; }
 
   private:

@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "hostapi/constants.h"
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 #include "stage/effect/effect_instance.h"
 #include "stage/project/layer_map.h"
 
@@ -36,7 +36,7 @@ DrawPrimitive mark_at(double at_x, double at_y) {
 
 }  // namespace
 
-Viewer *Workspace::viewer() {
+Viewer *Desk::viewer() {
     if (chosen_ == nullptr) return nullptr;
     std::unique_ptr<Viewer> &slot = viewers_[window];
     if (slot && &slot->instance() != chosen_) slot.reset();
@@ -47,13 +47,13 @@ Viewer *Workspace::viewer() {
     return slot.get();
 }
 
-void Workspace::close_viewers() {
+void Desk::close_viewers() {
     native_point_ = 0;
     viewers_.clear();
 }
 
 /// Layer point of the chosen effect under a window point; null when it cannot be had.
-std::optional<std::pair<double, double>> Workspace::layer_point(double x, double y) const {
+std::optional<std::pair<double, double>> Desk::layer_point(double x, double y) const {
     const Viewport &port = viewports_.at(window);
     const double source_x = port.source_x(x);
     const double source_y = port.source_y(y);
@@ -63,7 +63,7 @@ std::optional<std::pair<double, double>> Workspace::layer_point(double x, double
     return {{map.layer_x(source_x), map.layer_y(source_y)}};
 }
 
-std::pair<double, double> Workspace::window_point(double layer_x, double layer_y) const {
+std::pair<double, double> Desk::window_point(double layer_x, double layer_y) const {
     const Viewport &port = viewports_.at(window);
     if (window == WindowKind::kComp) {
         const LayerMap map = layer_map(session_.host.project, chosen_->layer);
@@ -74,7 +74,7 @@ std::pair<double, double> Workspace::window_point(double layer_x, double layer_y
 }
 
 /// Of the chosen effect's points that are neither hidden nor greyed, by parameter.
-std::vector<CrossHair> Workspace::cross_hairs() const {
+std::vector<CrossHair> Desk::cross_hairs() const {
     std::vector<CrossHair> marks;
     if (chosen_ == nullptr) return marks;
     const ParamCatalog &catalog = session_.plugin.catalog;
@@ -93,14 +93,14 @@ std::vector<CrossHair> Workspace::cross_hairs() const {
     return marks;
 }
 
-int Workspace::cross_hair_at(int x, int y) const {
+int Desk::cross_hair_at(int x, int y) const {
     for (const CrossHair &mark : cross_hairs()) {
         if (std::hypot(mark.x - x, mark.y - y) <= kCrossHairReach) return mark.index;
     }
     return 0;
 }
 
-LayerId Workspace::layer_at(int x, int y) const {
+LayerId Desk::layer_at(int x, int y) const {
     const Project &project = session_.host.project;
     const Item *comp = project.comp(project.active_comp);
     if (window != WindowKind::kComp || comp == nullptr) return 0;
@@ -117,7 +117,7 @@ LayerId Workspace::layer_at(int x, int y) const {
     return 0;
 }
 
-PointerReply Workspace::press(int x, int y, int clicks, PF_Modifiers modifiers) {
+PointerReply Desk::press(int x, int y, int clicks, PF_Modifiers modifiers) {
     PointerReply reply;
     native_point_ = 0;  // the button's release may have got lost
     if (Viewer *front = viewer()) reply.event = front->press(x, y, clicks, modifiers);
@@ -132,7 +132,7 @@ PointerReply Workspace::press(int x, int y, int clicks, PF_Modifiers modifiers) 
     return reply;
 }
 
-PointerReply Workspace::move(int x, int y, PF_Modifiers modifiers) {
+PointerReply Desk::move(int x, int y, PF_Modifiers modifiers) {
     PointerReply reply;
     reply.native_point = native_point_;
     if (native_point_ != 0) {
@@ -146,7 +146,7 @@ PointerReply Workspace::move(int x, int y, PF_Modifiers modifiers) {
     return reply;
 }
 
-PointerReply Workspace::release(int x, int y, PF_Modifiers modifiers) {
+PointerReply Desk::release(int x, int y, PF_Modifiers modifiers) {
     PointerReply reply;
     if (native_point_ != 0) {
         reply.native_point = native_point_;
@@ -159,7 +159,7 @@ PointerReply Workspace::release(int x, int y, PF_Modifiers modifiers) {
     return reply;
 }
 
-PF_Err Workspace::move_cross_hair(int x, int y) {
+PF_Err Desk::move_cross_hair(int x, int y) {
     const auto point = layer_point(x, y);
     if (chosen_ == nullptr || !point) return 0;
     ParamValue value = session_.value(*chosen_, native_point_);
@@ -173,32 +173,32 @@ PF_Err Workspace::move_cross_hair(int x, int y) {
     return set_value(native_point_, value);
 }
 
-void Workspace::leave() {
+void Desk::leave() {
     if (Viewer *front = viewer()) front->leave();
 }
 
-bool Workspace::dragging() const {
+bool Desk::dragging() const {
     const auto found = viewers_.find(window);
     return native_point_ != 0 ||
            (found != viewers_.end() && found->second && found->second->dragging());
 }
 
-PF_CursorType Workspace::cursor() const {
+PF_CursorType Desk::cursor() const {
     const auto found = viewers_.find(window);
     return found != viewers_.end() && found->second ? found->second->cursor() : PF_CursorType{0};
 }
 
-int Workspace::source_width() const {
+int Desk::source_width() const {
     return source_item() != nullptr ? source_item()->width : 0;
 }
 
-int Workspace::source_height() const {
+int Desk::source_height() const {
     return source_item() != nullptr ? source_item()->height : 0;
 }
 
 /// The item whose pixels the viewer in front shows; layers without a source are as large as their
 /// comp.
-const Item *Workspace::source_item() const {
+const Item *Desk::source_item() const {
     const Project &project = session_.host.project;
     const Item *comp = project.comp(project.active_comp);
     if (window != WindowKind::kLayer || chosen_ == nullptr) return comp;
@@ -206,7 +206,7 @@ const Item *Workspace::source_item() const {
     return source != nullptr ? source : project.comp_of(chosen_->layer);
 }
 
-const ViewFrame &Workspace::view() {
+const ViewFrame &Desk::view() {
     if (viewed_ == version_ && viewed_window_ == window) return view_;
     RenderSettings settings;
     settings.frame = frame_;
@@ -226,7 +226,7 @@ const ViewFrame &Workspace::view() {
     return view_;
 }
 
-const DrawList &Workspace::overlay() {
+const DrawList &Desk::overlay() {
     Viewer *front = viewer();
     if (front == nullptr) {
         overlay_.primitives.clear();
@@ -241,7 +241,7 @@ const DrawList &Workspace::overlay() {
     return overlay_;
 }
 
-DrawList Workspace::window_overlay() {
+DrawList Desk::window_overlay() {
     DrawList all = overlay();
     for (const CrossHair &mark : cross_hairs()) all.primitives.push_back(mark_at(mark.x, mark.y));
     return all;

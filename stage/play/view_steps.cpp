@@ -94,7 +94,7 @@ SessionAct view(const FileValue &value) {
 
 SessionAct fit(const FileValue &) {
     return [](SessionPlayer &player) {
-        Workspace &desk = player.desk();
+        Desk &desk = player.desk();
         desk.viewport().fit(desk.source_width(), desk.source_height());
         desk.touch();
     };

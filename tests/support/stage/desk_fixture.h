@@ -1,4 +1,4 @@
-// A workspace over the product: a chart, an adjustment layer with the effect, all by a user's acts.
+// A desk over the product: a chart, an adjustment layer with the effect, all by a user's acts.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 
 namespace stage_test {
 
-struct WorkspaceTest : testing::Test {
-    explicit WorkspaceTest(const stage::HostOptions &options = {})
+struct DeskTest : testing::Test {
+    explicit DeskTest(const stage::HostOptions &options = {})
         : session(KS_PLUGIN_FILE, options), desk((session.start(), session)) {}
 
     /// A 640x360 chart with the effect on an adjustment layer above it.
@@ -67,7 +67,7 @@ struct WorkspaceTest : testing::Test {
     void TearDown() override { EXPECT_THAT(violations(), testing::IsEmpty()); }
 
     stage::Session session;
-    stage::Workspace desk;
+    stage::Desk desk;
     stage::LayerId footage = 0, scopes = 0;
 };
 
