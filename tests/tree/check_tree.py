@@ -3,11 +3,12 @@
 import pathlib
 import sys
 
+import documented
 import includes
 import sizes
 import words
 
-CHECKS = {"includes": includes, "words": words, "sizes": sizes}
+CHECKS = {"documented": documented, "includes": includes, "words": words, "sizes": sizes}
 
 
 def main():
