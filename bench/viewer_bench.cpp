@@ -9,6 +9,7 @@
 
 #include "scope_pictures.h"
 #include "stage/desk/desk.h"
+#include "stage/session/footage.h"
 #include "stage/session/session.h"
 
 namespace {
@@ -43,11 +44,11 @@ void set(stage::Desk &desk, const char *name, double number) {
 /// The comp with the effect on an adjustment layer, seen at half its size.
 void set_up(stage::Desk &desk, const ViewerCase &key) {
     desk.new_comp("comp", key.width, key.height, 1, 1, 1);
-    stage::Project &project = desk.session().host.project;
-    const stage::ItemId item = project.add_footage(
-        "natural", key.width, key.height, 1, 1, 1,
-        [key](std::int64_t) { return ks_bench::scope_picture("natural", key.width, key.height); });
-    project.add_layer(project.active_comp, item, 0, "natural");
+    stage::Project &project = desk.session().project();
+    const stage::Footage natural =
+        stage::still_footage(ks_bench::scope_picture("natural", key.width, key.height));
+    project.add_layer(project.active_comp,
+                      project.add_footage(footage_item(natural, "natural", 1, 1)), 0, "natural");
     desk.add_adjustment("monitor");
     desk.apply();
     for (const char *show : {"Show Waveform Monitor", "Show Vectorscope", "Show Channel Parade",

@@ -31,7 +31,7 @@ Desk::Desk(Session &session) : session_(session) {
 Desk::~Desk() = default;
 
 Item &Desk::active_comp() {
-    Project &project = session_.host.project;
+    Project &project = session_.project();
     Item *comp = project.comp(project.active_comp);
     if (comp == nullptr) throw SessionError("there is no composition");
     return *comp;
@@ -44,65 +44,83 @@ LayerId Desk::arrived(LayerId layer) {
 
 ItemId Desk::new_comp(const std::string &name, int width, int height, int par_num, int par_den,
                       std::int64_t frames) {
-    Host &host = session_.host;
-    host.undo.before_change("New Composition");
-    const ItemId comp = host.project.add_comp(name, width, height, par_num, par_den, frames);
-    host.project.active_comp = comp;
+    session_.history().before_change("New Composition");
+    const ItemId comp = session_.project().add_comp(name, width, height, par_num, par_den, frames);
+    session_.project().active_comp = comp;
     set_frame(0);
     return comp;
 }
 
-LayerId Desk::add_item(const Footage &footage, const std::string &name, int par_num, int par_den,
-                       const std::function<void(Item &)> &describe) {
-    Project &project = session_.host.project;
-    const OpenedFootage &opened = footage.opened;
+void Desk::show_comp(ItemId id) {
+    session_.project().active_comp = id;
+    select({});
+    const auto in_comp = [&](const auto &instance) {
+        return session_.project().comp_of(instance->layer) == &active_comp();
+    };
+    const auto found = std::ranges::find_if(session_.instances(), in_comp);
+    if (found != session_.instances().end()) choose(**found);
+    touch();
+}
+
+void Desk::set_pixel_aspect(int par_num, int par_den) {
+    Item &comp = active_comp();
+    session_.history().before_change("Pixel Aspect");
+    const auto set = [&](Item &item) {
+        item.par_num = par_num;
+        item.par_den = par_den;
+    };
+    set(comp);
+    for (const Layer &layer : comp.layers) {
+        Item *source = session_.project().item(layer.source);
+        if (source != nullptr && source->kind != ItemKind::kComp) set(*source);
+    }
+    touch();
+}
+
+LayerId Desk::add_item(const Footage &footage, const std::string &name, int par_num, int par_den) {
+    Project &project = session_.project();
+    Item picture = footage_item(footage, name, par_num, par_den);
     if (project.comp(project.active_comp) == nullptr) {
         const ItemId comp =
-            new_comp("Comp 1", opened.width, opened.height, par_num, par_den, opened.frames);
+            new_comp("Comp 1", picture.width, picture.height, par_num, par_den, picture.frames);
         project.item(comp)->rate_num = footage.rate_num;
         project.item(comp)->rate_den = footage.rate_den;
     }
-    session_.host.undo.before_change("Add Footage");
-    const ItemId item = project.add_footage(name, opened.width, opened.height, par_num, par_den,
-                                            opened.frames, opened.reader);
-    describe(*project.item(item));
+    session_.history().before_change("Add Footage");
+    const ItemId item = project.add_footage(std::move(picture));
     return arrived(project.add_layer(project.active_comp, item, 0, name));
 }
 
 LayerId Desk::add_footage(const std::filesystem::path &file, int par_num, int par_den) {
-    const Footage footage = open_footage_file(file);
-    return add_item(footage, path_to_utf8(file.filename()), par_num, par_den,
-                    [&](Item &item) { item.path = path_to_utf8(std::filesystem::absolute(file)); });
+    return add_item(open_footage_file(file), path_to_utf8(file.filename()), par_num, par_den);
 }
 
 LayerId Desk::add_chart(const std::string &chart, int width, int height, int par_num, int par_den) {
-    return add_item(open_chart(chart, width, height), chart, par_num, par_den,
-                    [&](Item &item) { item.chart = chart; });
+    return add_item(open_chart(chart, width, height), chart, par_num, par_den);
 }
 
 LayerId Desk::add_solid(const std::string &name, int width, int height,
                         const std::array<double, 4> &color) {
     const ItemId comp = active_comp().id;
-    Host &host = session_.host;
-    host.undo.before_change("New Solid");
-    const ItemId item = host.project.add_solid_item(name, width, height, color);
-    return arrived(host.project.add_layer(comp, item, 0, name));
+    session_.history().before_change("New Solid");
+    const ItemId item = session_.project().add_solid_item(name, width, height, color);
+    return arrived(session_.project().add_layer(comp, item, 0, name));
 }
 
 LayerId Desk::add_adjustment(const std::string &name) {
     const ItemId comp = active_comp().id;
-    session_.host.undo.before_change("New Adjustment Layer");
-    return arrived(session_.host.project.add_adjustment_layer(comp, 0, name));
+    session_.history().before_change("New Adjustment Layer");
+    return arrived(session_.project().add_adjustment_layer(comp, 0, name));
 }
 
 LayerId Desk::add_text(const std::string &name) {
     const ItemId comp = active_comp().id;
-    session_.host.undo.before_change("New Text Layer");
-    return arrived(session_.host.project.add_text_layer(comp, 0, name));
+    session_.history().before_change("New Text Layer");
+    return arrived(session_.project().add_text_layer(comp, 0, name));
 }
 
 void Desk::select(const std::vector<LayerId> &layers) {
-    Project &project = session_.host.project;
+    Project &project = session_.project();
     for (const LayerId id : layers) refuse_locked(require_layer(project, id));
     for (Layer &layer : active_comp().layers) {
         layer.selected = std::ranges::find(layers, layer.id) != layers.end();
@@ -112,25 +130,23 @@ void Desk::select(const std::vector<LayerId> &layers) {
 }
 
 void Desk::delete_layer(LayerId id) {
-    Host &host = session_.host;
-    refuse_locked(require_layer(host.project, id));
+    refuse_locked(require_layer(session_.project(), id));
     close_viewers();
-    for (const auto &instance : host.instances) {
+    for (const auto &instance : session_.instances()) {
         if (instance->layer == id) session_.store_sequence(*instance);
     }
-    host.undo.before_change("Delete Layer");
-    host.project.remove_layer(id);
+    session_.history().before_change("Delete Layer");
+    session_.project().remove_layer(id);
     session_.settle_instances();
     settle_effects();
 }
 
 LayerId Desk::duplicate_layer(LayerId id) {
-    Host &host = session_.host;
-    Project &project = host.project;
+    Project &project = session_.project();
     const Layer original = require_layer(project, id);
     refuse_locked(original);
     const ItemId comp = project.comp_of(id)->id;
-    host.undo.before_change("Duplicate Layer");
+    session_.history().before_change("Duplicate Layer");
     const LayerId copy_id =
         original.source != 0
             ? project.add_layer(comp, original.source, project.index_of(id), original.name)
@@ -151,42 +167,36 @@ LayerId Desk::duplicate_layer(LayerId id) {
 }
 
 void Desk::duplicate_effects(const Layer &original, LayerId copy) {
-    Host &host = session_.host;
     for (std::size_t i = 0; i < original.effects.size(); ++i) {
-        const auto running = std::ranges::find_if(host.instances, [&](const auto &instance) {
-            return instance->id == original.effects[i].instance;
-        });
-        if (running != host.instances.end()) {
-            session_.duplicate(**running, copy);
+        EffectInstance *running = session_.instance_at(original.id, static_cast<int>(i));
+        if (running != nullptr) {
+            session_.duplicate(*running, copy);
         } else {
-            host.project.layer(copy)->effects.push_back(original.effects[i]);
+            session_.project().layer(copy)->effects.push_back(original.effects[i]);
         }
     }
 }
 
 void Desk::move_layer(LayerId id, int index) {
-    Host &host = session_.host;
-    refuse_locked(require_layer(host.project, id));
-    host.undo.before_change("Move Layer");
-    host.project.reorder_layer(id, index);
+    refuse_locked(require_layer(session_.project(), id));
+    session_.history().before_change("Move Layer");
+    session_.project().reorder_layer(id, index);
     touch();
 }
 
 void Desk::show_layer(LayerId id, bool video) {
-    Host &host = session_.host;
-    require_layer(host.project, id);
-    host.undo.before_change("Video Switch");
-    Layer &layer = *host.project.layer(id);
+    require_layer(session_.project(), id);
+    session_.history().before_change("Video Switch");
+    Layer &layer = *session_.project().layer(id);
     layer.flags =
         video ? layer.flags | layer_flag::kVideoActive : layer.flags & ~layer_flag::kVideoActive;
     touch();
 }
 
 void Desk::place_layer(LayerId id, double x, double y, double scale) {
-    Host &host = session_.host;
-    refuse_locked(require_layer(host.project, id));
-    host.undo.before_change("Transform");
-    Layer &layer = *host.project.layer(id);
+    refuse_locked(require_layer(session_.project(), id));
+    session_.history().before_change("Transform");
+    Layer &layer = *session_.project().layer(id);
     layer.position_x = x;
     layer.position_y = y;
     layer.scale = scale;
@@ -214,7 +224,7 @@ void Desk::remove_effect() {
     if (chosen_ == nullptr) throw SessionError("no effect is chosen");
     close_viewers();
     session_.store_sequence(*chosen_);
-    session_.host.undo.before_change("Remove Effect");
+    session_.history().before_change("Remove Effect");
     session_.remove(*chosen_);
     settle_effects();
 }
@@ -231,16 +241,16 @@ void Desk::choose(EffectInstance &instance) {
 
 void Desk::choose_selected() {
     const auto on_selected = [&](const auto &instance) {
-        const Layer *layer = session_.host.project.layer(instance->layer);
+        const Layer *layer = session_.project().layer(instance->layer);
         return layer != nullptr && layer->selected;
     };
-    const auto found = std::ranges::find_if(session_.host.instances, on_selected);
-    if (found != session_.host.instances.end() && found->get() != chosen_) choose(**found);
+    const auto found = std::ranges::find_if(session_.instances(), on_selected);
+    if (found != session_.instances().end() && found->get() != chosen_) choose(**found);
 }
 
 /// After anything that may have ended the chosen effect.
 void Desk::settle_effects() {
-    const auto &instances = session_.host.instances;
+    const auto &instances = session_.instances();
     const bool alive = std::ranges::any_of(
         instances, [this](const auto &instance) { return instance.get() == chosen_; });
     if (!alive) {
@@ -263,7 +273,7 @@ PF_Err Desk::reset() {
 }
 
 bool Desk::undo() {
-    if (session_.host.undo.next_undo() == nullptr) return false;
+    if (session_.history().next_undo() == nullptr) return false;
     close_viewers();
     const bool done = session_.undo();
     settle_effects();
@@ -271,7 +281,7 @@ bool Desk::undo() {
 }
 
 bool Desk::redo() {
-    if (session_.host.undo.next_redo() == nullptr) return false;
+    if (session_.history().next_redo() == nullptr) return false;
     close_viewers();
     const bool done = session_.redo();
     settle_effects();
@@ -298,7 +308,7 @@ void Desk::load(const std::filesystem::path &file) {
 }
 
 void Desk::set_frame(std::int64_t frame) {
-    const Project &project = session_.host.project;
+    const Project &project = session_.project();
     const Item *comp = project.comp(project.active_comp);
     const std::int64_t last = comp != nullptr ? comp->frames - 1 : 0;
     frame_ = std::clamp<std::int64_t>(frame, 0, last);

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -49,6 +48,11 @@ class Desk {
     // Project.
     ItemId new_comp(const std::string &name, int width, int height, int par_num, int par_den,
                     std::int64_t frames);
+    /// Brings another comp to the front, with nothing selected in it; the first effect that runs in
+    /// it is chosen.
+    void show_comp(ItemId comp);
+    /// Of the active comp and of the footage in it.
+    void set_pixel_aspect(int par_num, int par_den);
     /// A picture, sequence or video file as a layer of the active comp; without an active comp, one
     /// of its size is made.
     LayerId add_footage(const std::filesystem::path &file, int par_num = 1, int par_den = 1);
@@ -122,8 +126,7 @@ class Desk {
     Viewer *viewer();
     void close_viewers();
     Item &active_comp();
-    LayerId add_item(const Footage &footage, const std::string &name, int par_num, int par_den,
-                     const std::function<void(Item &)> &describe);
+    LayerId add_item(const Footage &footage, const std::string &name, int par_num, int par_den);
     LayerId arrived(LayerId layer);
     void duplicate_effects(const Layer &original, LayerId copy);
     void choose_selected();

@@ -58,7 +58,7 @@ std::optional<std::pair<double, double>> Desk::layer_point(double x, double y) c
     const double source_x = port.source_x(x);
     const double source_y = port.source_y(y);
     if (window == WindowKind::kLayer) return {{source_x, source_y}};
-    const LayerMap map = layer_map(session_.host.project, chosen_->layer);
+    const LayerMap map = layer_map(session_.project(), chosen_->layer);
     if (!map.invertible()) return std::nullopt;
     return {{map.layer_x(source_x), map.layer_y(source_y)}};
 }
@@ -66,7 +66,7 @@ std::optional<std::pair<double, double>> Desk::layer_point(double x, double y) c
 std::pair<double, double> Desk::window_point(double layer_x, double layer_y) const {
     const Viewport &port = viewports_.at(window);
     if (window == WindowKind::kComp) {
-        const LayerMap map = layer_map(session_.host.project, chosen_->layer);
+        const LayerMap map = layer_map(session_.project(), chosen_->layer);
         layer_x = map.comp_x(layer_x);
         layer_y = map.comp_y(layer_y);
     }
@@ -78,9 +78,7 @@ std::vector<CrossHair> Desk::cross_hairs() const {
     std::vector<CrossHair> marks;
     if (chosen_ == nullptr) return marks;
     const ParamCatalog &catalog = session_.plugin.catalog;
-    const auto &streams = session_.host.project.layer(chosen_->layer)
-                              ->effects.at(static_cast<std::size_t>(chosen_->effect))
-                              .streams;
+    const auto &streams = session_.state_of(*chosen_).streams;
     for (int index = 1; index < catalog.count(); ++index) {
         const auto place = static_cast<std::size_t>(index);
         if (catalog.at(index).def.param_type != PF_Param_POINT || streams[place].hidden) continue;
@@ -101,7 +99,7 @@ int Desk::cross_hair_at(int x, int y) const {
 }
 
 LayerId Desk::layer_at(int x, int y) const {
-    const Project &project = session_.host.project;
+    const Project &project = session_.project();
     const Item *comp = project.comp(project.active_comp);
     if (window != WindowKind::kComp || comp == nullptr) return 0;
     const Viewport &port = viewports_.at(window);
@@ -166,7 +164,7 @@ PF_Err Desk::move_cross_hair(int x, int y) {
     value.x = point->first;
     value.y = point->second;
     if (session_.plugin.catalog.at(native_point_).def.u.td.restrict_bounds != 0) {
-        const LayerMap map = layer_map(session_.host.project, chosen_->layer);
+        const LayerMap map = layer_map(session_.project(), chosen_->layer);
         value.x = std::clamp(value.x, 0.0, 2 * map.middle_x);
         value.y = std::clamp(value.y, 0.0, 2 * map.middle_y);
     }
@@ -199,11 +197,10 @@ int Desk::source_height() const {
 /// The item whose pixels the viewer in front shows; layers without a source are as large as their
 /// comp.
 const Item *Desk::source_item() const {
-    const Project &project = session_.host.project;
+    const Project &project = session_.project();
     const Item *comp = project.comp(project.active_comp);
     if (window != WindowKind::kLayer || chosen_ == nullptr) return comp;
-    const Item *source = project.item(project.layer(chosen_->layer)->source);
-    return source != nullptr ? source : project.comp_of(chosen_->layer);
+    return project.extent_of(chosen_->layer);
 }
 
 const ViewFrame &Desk::view() {
@@ -212,11 +209,11 @@ const ViewFrame &Desk::view() {
     settings.frame = frame_;
     settings.downsample_x = downsample_;
     settings.downsample_y = downsample_;
-    const ItemId comp = session_.host.project.active_comp;
+    const ItemId comp = session_.project().active_comp;
     const bool layer_window = window == WindowKind::kLayer && chosen_ != nullptr;
-    if (layer_window && session_.host.project.layer(chosen_->layer)->source != 0) {
+    if (layer_window && session_.project().layer(chosen_->layer)->source != 0) {
         render_layer(session_, chosen_->layer, settings, view_);
-    } else if (!layer_window && session_.host.project.comp(comp) != nullptr) {
+    } else if (!layer_window && session_.project().comp(comp) != nullptr) {
         render_comp(session_, comp, settings, view_);
     } else {
         view_ = ViewFrame{};

@@ -35,8 +35,7 @@ void write_overlay(Desk &desk, const std::filesystem::path &file) {
 
 ViewImage window_of(Desk &desk) {
     return window_picture(desk.view().image, desk.source_width(), desk.source_height(),
-                          desk.viewport(), desk.window_overlay(),
-                          desk.session().host.drawbot.theme);
+                          desk.viewport(), desk.window_overlay(), desk.session().overlay_theme());
 }
 
 /// The overlay is in the picture.

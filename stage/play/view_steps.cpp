@@ -124,7 +124,7 @@ SessionAct resolution(const FileValue &value) {
 SessionAct options(const FileValue &value) {
     const std::vector<OptionChange> changes = read_options(value, true);
     return [=](SessionPlayer &player) {
-        for (const OptionChange &change : changes) change(player.session().host.options);
+        for (const OptionChange &change : changes) change(player.session().options());
         player.desk().touch();
     };
 }

@@ -37,7 +37,7 @@ bool run_view(const ViewOptions &options) {
         acts.settle_edits(false);
     }
     session.stop();
-    findings = !session.host.strict.violations().empty();
+    findings = !session.findings().empty();
     return findings;
 }
 

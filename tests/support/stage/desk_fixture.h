@@ -36,9 +36,7 @@ struct DeskTest : testing::Test {
     /// byte 6.
     std::vector<int> order() {
         session.store_sequence(*desk.effect());
-        const auto &flat = session.host.project.layer(desk.effect()->layer)
-                               ->effects.at(static_cast<std::size_t>(desk.effect()->effect))
-                               .flat_sequence;
+        const auto &flat = session.state_of(*desk.effect()).flat_sequence;
         std::vector<int> result;
         for (int i = 0; i < flat.at(6); ++i)
             result.push_back(flat.at(static_cast<std::size_t>(i + 1)));
@@ -46,20 +44,19 @@ struct DeskTest : testing::Test {
     }
     std::vector<std::string> layer_names() {
         std::vector<std::string> names;
-        const auto &project = session.host.project;
+        const auto &project = session.project();
         for (const stage::Layer &layer : project.comp(project.active_comp)->layers) {
             names.push_back(layer.name);
         }
         return names;
     }
     bool hidden(const std::string &name) {
-        const auto &state = session.host.project.layer(desk.effect()->layer)
-                                ->effects.at(static_cast<std::size_t>(desk.effect()->effect));
-        return state.streams.at(static_cast<std::size_t>(index(name))).hidden;
+        const auto &streams = session.state_of(*desk.effect()).streams;
+        return streams.at(static_cast<std::size_t>(index(name))).hidden;
     }
     std::vector<std::string> violations() {
         std::vector<std::string> texts;
-        for (const stage::Finding &finding : session.host.strict.violations()) {
+        for (const stage::Finding &finding : session.findings()) {
             texts.push_back(finding.check + ": " + finding.text);
         }
         return texts;

@@ -99,8 +99,7 @@ bool can_be_edited(User &user, int index) {
     if (!stage::ParamCatalog::has_value(user.session.plugin.catalog.at(index).def)) return false;
     const stage::EffectInstance &instance = *user.effect();
     const auto place = static_cast<std::size_t>(index);
-    const stage::EffectState &state =
-        user.project().layer(instance.layer)->effects.at(static_cast<std::size_t>(instance.effect));
+    const stage::EffectState &state = user.session.state_of(instance);
     const bool greyed = (instance.looks.at(place).ui_flags & PF_PUI_DISABLED) != 0;
     // Presets and expressions reach what the panel does not show.
     return (!state.streams.at(place).hidden && !greyed) || user.dice.one_in(12);

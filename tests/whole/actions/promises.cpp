@@ -78,8 +78,7 @@ void expect_values(User &user, const stage::EffectInstance &instance) {
 
 void expect_hidden(User &user, const stage::EffectInstance &instance) {
     const Boxes boxes = user.boxes(instance);
-    const stage::EffectState &state =
-        user.project().layer(instance.layer)->effects.at(static_cast<std::size_t>(instance.effect));
+    const stage::EffectState &state = user.session.state_of(instance);
     std::vector<bool> hidden(state.streams.size());
     hidden[kReset] = true;
     for (std::size_t kind = 1; kind <= 5; ++kind) {

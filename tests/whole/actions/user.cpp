@@ -81,9 +81,7 @@ Boxes User::boxes(const stage::EffectInstance &instance) const {
 }
 
 const stage::Item &User::layer_item(const stage::EffectInstance &instance) const {
-    const stage::Project &held = session.host.project;
-    const stage::Item *source = held.item(held.layer(instance.layer)->source);
-    return source != nullptr ? *source : *held.comp_of(instance.layer);
+    return *session.project().extent_of(instance.layer);
 }
 
 int User::scope_of(const int (&table)[6], int index) {

@@ -42,7 +42,7 @@ class User {
     User(const User &) = delete;
     User &operator=(const User &) = delete;
 
-    stage::Project &project() { return session.host.project; }
+    stage::Project &project() { return session.project(); }
     stage::EffectInstance *effect() const { return desk.effect(); }
     std::vector<stage::Layer> &layers();
     double number(const stage::EffectInstance &instance, int index) const {

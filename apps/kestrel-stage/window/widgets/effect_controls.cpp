@@ -54,7 +54,7 @@ void EffectControls::header(WidgetLog &log) {
     }
     ImGui::TextUnformatted(kEffectName);
     ImGui::SameLine();
-    ImGui::TextDisabled("%s", acts_.session().host.project.layer(effect->layer)->name.c_str());
+    ImGui::TextDisabled("%s", acts_.session().project().layer(effect->layer)->name.c_str());
     const char *reset = "Reset";
     const float width = ImGui::CalcTextSize(reset).x + 2 * ImGui::GetStyle().FramePadding.x;
     ImGui::SameLine(ImGui::GetWindowContentRegionMax().x - width);

@@ -92,7 +92,7 @@ Menus::Lines Menus::chart_lines(bool as_layer) {
 }
 
 Menus::Lines Menus::edit_lines() {
-    const stage::Undo &undo = acts_.session().host.undo;
+    const stage::Undo &undo = acts_.session().history();
     const std::vector<std::string> steps = undo.steps();
     return {
         {.name = steps.empty() ? "Undo" : "Undo " + steps.back(),
@@ -113,7 +113,6 @@ Menus::Lines Menus::edit_lines() {
 }
 
 Menus::Lines Menus::layer_lines() {
-    stage::Desk &desk = acts_.desk();
     const auto act = [this](auto what) {
         return [this, what] { acts_.attempt([&] { what(acts_.desk()); }); };
     };
@@ -127,7 +126,7 @@ Menus::Lines Menus::layer_lines() {
         {.name = "Apply Effect", .act = [this] { acts_.apply_effect(); }},
         {.name = "Remove Effect",
          .act = act([](stage::Desk &desk) { desk.remove_effect(); }),
-         .enabled = desk.effect() != nullptr},
+         .enabled = acts_.desk().effect() != nullptr},
     };
 }
 
@@ -169,12 +168,8 @@ Menus::Lines Menus::project_lines() {
         {.name = "Composition", .menu = [this] { return comp_lines(); }},
         {},
         {.name = "Strict Checks",
-         .act =
-             [this] {
-                 bool &checks = acts_.session().host.strict.enabled;
-                 checks = !checks;
-             },
-         .checked = acts_.session().host.strict.enabled},
+         .act = [this] { acts_.session().set_checks(!acts_.session().checks()); },
+         .checked = acts_.session().checks()},
     };
 }
 
@@ -184,7 +179,7 @@ Menus::Lines Menus::depth_lines() {
         const stage::Depth depth = stage::depth_from_bits(bits);
         lines.push_back({.name = std::to_string(bits) + " Bits per Channel",
                          .act = [this, depth] { acts_.set_depth(depth); },
-                         .checked = acts_.session().host.options.depth == depth});
+                         .checked = acts_.session().options().depth == depth});
     }
     return lines;
 }
@@ -214,7 +209,7 @@ Menus::Lines Menus::aspect_lines() {
 }
 
 Menus::Lines Menus::comp_lines() {
-    const stage::Project &project = acts_.session().host.project;
+    const stage::Project &project = acts_.session().project();
     Lines lines;
     for (const auto &item : project.items()) {
         if (item->kind != stage::ItemKind::kComp) continue;

@@ -88,9 +88,9 @@ void layer_list(WindowActs &acts, float height, WidgetLog &log) {
 }
 
 void status_line(WindowActs &acts, double render_milliseconds, const FrameTimes &times) {
-    const auto &options = acts.session().host.options;
+    const auto &options = acts.session().options();
     const stage::Item *comp = acts.comp();
-    const std::size_t findings = acts.session().host.strict.violations().size();
+    const std::size_t findings = acts.session().findings().size();
     ImGui::AlignTextToFramePadding();
     if (comp != nullptr) {
         ImGui::Text("%d x %d", comp->width, comp->height);

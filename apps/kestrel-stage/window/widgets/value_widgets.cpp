@@ -132,11 +132,8 @@ PointLimits limits_of(WindowActs &acts, int index) {
     const stage::ParamInfo &info = acts.session().plugin.catalog.at(index);
     const stage::EffectInstance *effect = acts.desk().effect();
     if (info.def.u.td.restrict_bounds == 0 || effect == nullptr) return {};
-    const stage::Project &project = acts.session().host.project;
-    const stage::Layer *layer = project.layer(effect->layer);
-    const stage::Item *source = project.item(layer->source);
-    if (source == nullptr) source = project.comp_of(layer->id);
-    return {double(source->width), double(source->height), true};
+    const stage::Item *extent = acts.session().project().extent_of(effect->layer);
+    return {double(extent->width), double(extent->height), true};
 }
 
 Change point(WindowActs &acts, const PanelEntry &entry, float width, WidgetLog &log) {
@@ -178,7 +175,7 @@ Change layer(WindowActs &acts, const PanelEntry &entry, float width, WidgetLog &
     };
     choice("None", 0);
     const stage::EffectInstance *effect = acts.desk().effect();
-    const stage::Item *comp = acts.session().host.project.comp_of(effect->layer);
+    const stage::Item *comp = acts.session().project().comp_of(effect->layer);
     for (std::size_t i = 0; i < comp->layers.size(); ++i) {
         choice(std::to_string(i + 1) + ". " + comp->layers[i].name, comp->layers[i].id);
     }

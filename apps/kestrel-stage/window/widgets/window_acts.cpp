@@ -20,13 +20,13 @@ LayerId selected_layer(const Item &comp) {
 }  // namespace
 
 Item *WindowActs::comp() {
-    stage::Project &project = session().host.project;
+    stage::Project &project = session().project();
     return project.comp(project.active_comp);
 }
 
 template <typename AddLayer>
 void WindowActs::open(AddLayer &&add_layer) {
-    stage::Project &project = session().host.project;
+    stage::Project &project = session().project();
     const stage::ItemId before = project.active_comp;
     const bool opened = attempt([&] {
         project.active_comp = 0;
@@ -74,18 +74,7 @@ void WindowActs::load_project(const std::filesystem::path &file) {
 }
 
 void WindowActs::show_comp(stage::ItemId id) {
-    session().host.project.active_comp = id;
-    attempt([&] { desk_.select({}); });
-    // The effect in the comp becomes the one whose panel is shown.
-    if (const Item *now = comp()) {
-        for (const auto &instance : session().host.instances) {
-            if (std::ranges::find(now->layers, instance->layer, &Layer::id) != now->layers.end()) {
-                desk_.choose(*instance);
-                break;
-            }
-        }
-    }
-    desk_.touch();
+    attempt([&] { desk_.show_comp(id); });
     set_frame(0);
     fit();
 }
@@ -114,7 +103,7 @@ void WindowActs::delete_layer() {
 
 void WindowActs::set_value(int index, const stage::ParamValue &value) {
     if (held_ && !edit_open_) {
-        session().host.undo.begin_group("Edit");
+        session().history().begin_group("Edit");
         edit_open_ = true;
     }
     attempt([&] {
@@ -127,7 +116,7 @@ void WindowActs::set_value(int index, const stage::ParamValue &value) {
 void WindowActs::settle_edits(bool held) {
     held_ = held;
     if (held || !edit_open_) return;
-    session().host.undo.end_group();
+    session().history().end_group();
     edit_open_ = false;
 }
 
@@ -202,7 +191,7 @@ void WindowActs::set_window(stage::WindowKind kind) {
 }
 
 void WindowActs::set_depth(stage::Depth depth) {
-    session().host.options.depth = depth;
+    session().options().depth = depth;
     desk_.touch();
 }
 
@@ -210,7 +199,7 @@ void WindowActs::set_threads(int count) {
     threads_ = count;
     const int cores = static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
     const int used = std::min(count > 0 ? count : cores, stage::kMaxScheduleThreads);
-    session().host.options.schedule =
+    session().options().schedule =
         used == 1 ? stage::Schedule::serial() : stage::Schedule::with_threads(used);
     desk_.touch();
 }
@@ -221,20 +210,7 @@ double WindowActs::pixel_aspect() {
 }
 
 void WindowActs::set_pixel_aspect(int numerator, int denominator) {
-    Item *now = comp();
-    if (now == nullptr) return;
-    stage::Host &host = session().host;
-    host.undo.before_change("Pixel Aspect");
-    const auto set = [&](Item &item) {
-        item.par_num = numerator;
-        item.par_den = denominator;
-    };
-    set(*now);
-    for (const Layer &layer : now->layers) {
-        Item *source = host.project.item(layer.source);
-        if (source != nullptr && source->kind != stage::ItemKind::kComp) set(*source);
-    }
-    desk_.touch();
+    if (comp() != nullptr) attempt([&] { desk_.set_pixel_aspect(numerator, denominator); });
 }
 
 void WindowActs::notify(const std::string &text, bool as_error) {
@@ -244,7 +220,7 @@ void WindowActs::notify(const std::string &text, bool as_error) {
 }
 
 void WindowActs::collect_messages() {
-    const std::vector<stage::ShownMessage> &all = session().host.messages;
+    const std::vector<stage::ShownMessage> &all = session().messages();
     if (messages_taken_ > all.size()) messages_taken_ = 0;
     for (; messages_taken_ < all.size(); ++messages_taken_) {
         notify(all[messages_taken_].text, all[messages_taken_].as_error);

@@ -79,7 +79,6 @@ class WindowActs {
     /// 0: as many as the machine has.
     void set_threads(int count);
     int threads() const { return threads_; }
-    /// Of the comp and of the footage in it.
     void set_pixel_aspect(int numerator, int denominator);
     /// Width of a pixel over its height.
     double pixel_aspect();
