@@ -5,10 +5,12 @@ import sys
 
 import documented
 import includes
+import links
 import sizes
 import words
 
-CHECKS = {"documented": documented, "includes": includes, "words": words, "sizes": sizes}
+CHECKS = {"documented": documented, "includes": includes, "links": links, "words": words,
+          "sizes": sizes}
 
 
 def main():

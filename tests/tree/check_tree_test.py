@@ -6,6 +6,7 @@ import unittest
 
 import documented
 import includes
+import links
 import sizes
 import words
 
@@ -148,6 +149,58 @@ class Includes(TreeTest):
         for lower in ("src/model", "apps/cli"):
             self.rooms(ROOMS + f"src/ui : :\nstage/late : {lower} :\n")
             self.assert_found(self.found(includes), "stage/ does not include")
+
+
+class Links(TreeTest):
+    def check(self, text):
+        self.write("docs/page.md", text + "\n")
+        return [line.split(": ", 1)[0] for line in self.found(links)]
+
+    def setUp(self):
+        super().setUp()
+        self.write("README.md", "# The tree\n\n## What's in it, and why?\n\n## Again\n\n## Again\n")
+        self.write("docs/user/scopes.md", "# The `scopes`\n\n```\n# no heading\n```\n")
+        self.write("docs/pictures/a.png", "")
+
+    def test_accepts_files_folders_headings_and_other_places(self):
+        self.assertEqual(self.check(
+            "# Here\n[a](user/scopes.md), ![b](pictures/a.png 'title') [c](#here) [d](../README.md)\n"
+            "[e](user/scopes.md#the-scopes) [f](../README.md#whats-in-it-and-why) [g](user)\n"
+            "[over\ntwo lines](user/scopes.md) [h](https://example.com/gone.md) [i][1]\n"
+            "[again](../README.md#again-1)\n\n[1]: pictures/a.png\n"), [])
+
+    def test_finds_a_file_that_is_not_there(self):
+        for link in ("[a](gone.md)", "![a](a.png)", "[a](../docs/gone/)", "[a](/README.md)", "[a]()",
+                     "[a]\n\n[a]: gone.md", "[a](../../README.md)", "[![a](a.png)](user/scopes.md)"):
+            with self.subTest(link):
+                self.assertEqual(len(self.check(link)), 1)
+
+    def test_finds_a_heading_that_is_not_there(self):
+        for link in ("[a](#gone)", "[a](user/scopes.md#no-heading)", "[a](../README.md#The-Tree)",
+                     "[a](../README.md#again-2)", "[a](user#scopes)"):
+            with self.subTest(link):
+                self.assertEqual(len(self.check(link)), 1)
+
+    def test_finds_a_path_that_leads_nowhere(self):
+        for path in ("`docs/gone`", "```\nrun docs/gone.json -o out\n```", "docs/user/gone/*.md",
+                     "see docs/user/gone."):
+            with self.subTest(path):
+                self.assertEqual(len(self.check(path)), 1)
+        self.assertEqual(self.check("[over\ntwo](user/scopes.md\n'title')\nin docs/gone"),
+                         ["docs/page.md:4"])
+
+    def test_accepts_paths_that_are_there_and_those_of_other_places(self):
+        self.assertEqual(self.check("`docs/user/scopes.md`, docs/user/, docs/pictures/*.png, build/docs/x,"
+                                    " ../docs/x, user/gone, and/or"), [])
+
+    def test_tells_the_line(self):
+        self.assertEqual(self.check("```\n[code](gone.md)\n```\n`[a](gone.md)`\n\n[a](gone.md)"),
+                         ["docs/page.md:6"])
+
+    def test_leaves_out_what_is_built(self):
+        self.write("build/page.md", "[a](gone.md)\n")
+        self.write("build/there.md", "")
+        self.assertEqual(self.check("[a](../build/there.md)"), ["docs/page.md:1"])
 
 
 class Words(TreeTest):

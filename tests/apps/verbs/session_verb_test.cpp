@@ -16,7 +16,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr char kSessions[] = KS_SOURCE_DIR "/tests/sessions/";
+constexpr char kSessions[] = KS_SOURCE_DIR "/tests/whole/sessions/";
 
 std::string written(const Scratch &scratch, const std::string &steps,
                     const std::string &options = "{ \"threads\": 2 }") {

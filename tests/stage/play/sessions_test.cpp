@@ -12,7 +12,8 @@ namespace {
 
 std::vector<std::filesystem::path> session_files() {
     std::vector<std::filesystem::path> files;
-    for (const auto &entry : std::filesystem::directory_iterator(KS_SOURCE_DIR "/tests/sessions")) {
+    for (const auto &entry :
+         std::filesystem::directory_iterator(KS_SOURCE_DIR "/tests/whole/sessions")) {
         if (entry.path().extension() == ".json") files.push_back(entry.path());
     }
     std::ranges::sort(files);
@@ -40,7 +41,7 @@ INSTANTIATE_TEST_SUITE_P(All, SessionFiles, testing::ValuesIn(session_files()),
 
 /// The first block of JSON on the page.
 std::string documented_example() {
-    std::ifstream stream(KS_SOURCE_DIR "/docs/session-files.md", std::ios::binary);
+    std::ifstream stream(KS_SOURCE_DIR "/docs/stage/session-files.md", std::ios::binary);
     const std::string page{std::istreambuf_iterator<char>(stream), {}};
     const std::size_t begin = page.find("```json\n") + 8;
     return page.substr(begin, page.find("```", begin) - begin);

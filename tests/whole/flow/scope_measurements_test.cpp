@@ -345,7 +345,8 @@ TEST_P(WholeNumberMeasurements, histogram_counts_what_another_tool_counts) {
     const std::string file = test_support::write_picture(stem, image);
     const std::string counts = file + ".counts";
     const std::string command = "python3 '" + std::string(KS_SOURCE_DIR) +
-                                "/tests/flow/histogram_counts.py' '" + file + "' >'" + counts + "'";
+                                "/tests/whole/flow/histogram_counts.py' '" + file + "' >'" +
+                                counts + "'";
     ASSERT_EQ(std::system(command.c_str()), 0);
     std::ifstream stream(counts);
     std::vector<std::uint32_t> expected;
