@@ -4,16 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "kestrel-stage/window/desk.h"
 #include "kestrel-stage/window/picture_pane.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 #include "stage/desk/panel/panel_model.h"
 
 namespace stage_view {
 
 /// Everything that a report tells; all of one settled frame.
 struct ReportSources {
-    Desk &desk;
+    WindowActs &acts;
     const PicturePane &pane;
     const std::vector<stage::PanelEntry> &panel;
     const WidgetLog &log;

@@ -1,4 +1,4 @@
-// A workspace over the product: a chart, an adjustment layer with the effect, all by a user's acts.
+// A desk over the product: a chart, an adjustment layer with the effect, all by a user's acts.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 #include "support/paths.h"
 
 namespace stage_test {
 
-struct WorkspaceTest : testing::Test {
-    explicit WorkspaceTest(const stage::HostOptions &options = {})
+struct DeskTest : testing::Test {
+    explicit DeskTest(const stage::HostOptions &options = {})
         : session(paths::plugin(), options), desk((session.start(), session)) {}
 
     /// A 640x360 chart with the effect on an adjustment layer above it.
@@ -37,9 +37,7 @@ struct WorkspaceTest : testing::Test {
     /// byte 6.
     std::vector<int> order() {
         session.store_sequence(*desk.effect());
-        const auto &flat = session.host.project.layer(desk.effect()->layer)
-                               ->effects.at(static_cast<std::size_t>(desk.effect()->effect))
-                               .flat_sequence;
+        const auto &flat = session.state_of(*desk.effect()).flat_sequence;
         std::vector<int> result;
         for (int i = 0; i < flat.at(6); ++i)
             result.push_back(flat.at(static_cast<std::size_t>(i + 1)));
@@ -47,20 +45,19 @@ struct WorkspaceTest : testing::Test {
     }
     std::vector<std::string> layer_names() {
         std::vector<std::string> names;
-        const auto &project = session.host.project;
+        const auto &project = session.project();
         for (const stage::Layer &layer : project.comp(project.active_comp)->layers) {
             names.push_back(layer.name);
         }
         return names;
     }
     bool hidden(const std::string &name) {
-        const auto &state = session.host.project.layer(desk.effect()->layer)
-                                ->effects.at(static_cast<std::size_t>(desk.effect()->effect));
-        return state.streams.at(static_cast<std::size_t>(index(name))).hidden;
+        const auto &streams = session.state_of(*desk.effect()).streams;
+        return streams.at(static_cast<std::size_t>(index(name))).hidden;
     }
     std::vector<std::string> violations() {
         std::vector<std::string> texts;
-        for (const stage::Finding &finding : session.host.strict.violations()) {
+        for (const stage::Finding &finding : session.findings()) {
             texts.push_back(finding.check + ": " + finding.text);
         }
         return texts;
@@ -68,7 +65,7 @@ struct WorkspaceTest : testing::Test {
     void TearDown() override { EXPECT_THAT(violations(), testing::IsEmpty()); }
 
     stage::Session session;
-    stage::Workspace desk;
+    stage::Desk desk;
     stage::LayerId footage = 0, scopes = 0;
 };
 

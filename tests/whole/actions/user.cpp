@@ -1,4 +1,4 @@
-#include "whole/actions/desk.h"
+#include "whole/actions/user.h"
 
 #include <gtest/gtest.h>
 
@@ -48,68 +48,65 @@ std::string number_text(double number) {
     return text;
 }
 
-Desk::Desk(const Habits &own_habits, std::uint32_t seed)
+User::User(const Habits &own_habits, std::uint32_t seed)
     : habits(own_habits),
       dice(seed),
       session(paths::plugin(), own_habits.options),
       project_file(own_file(seed)) {
     session.start();
-    workspace.new_comp("comp", habits.comp_width, habits.comp_height, habits.par_num,
-                       habits.par_den, 5);
-    workspace.add_chart("test-card", habits.comp_width, habits.comp_height, habits.par_num,
-                        habits.par_den);
-    workspace.add_adjustment("scopes");
-    workspace.apply();
-    workspace.viewport().fit(habits.comp_width, habits.comp_height);
+    desk.new_comp("comp", habits.comp_width, habits.comp_height, habits.par_num, habits.par_den, 5);
+    desk.add_chart("test-card", habits.comp_width, habits.comp_height, habits.par_num,
+                   habits.par_den);
+    desk.add_adjustment("scopes");
+    desk.apply();
+    desk.viewport().fit(habits.comp_width, habits.comp_height);
     note("new comp " + std::to_string(habits.comp_width) + "x" +
          std::to_string(habits.comp_height) + " par " + std::to_string(habits.par_num) + "/" +
          std::to_string(habits.par_den) + ", test-card, adjustment layer with the effect");
     orders[effect()->id] = OrderModel();
 }
 
-Desk::~Desk() {
+User::~User() {
     std::error_code ignored;
     std::filesystem::remove(project_file, ignored);
 }
 
-std::vector<stage::Layer> &Desk::layers() {
+std::vector<stage::Layer> &User::layers() {
     return project().comp(project().active_comp)->layers;
 }
 
-Boxes Desk::boxes(const stage::EffectInstance &instance) const {
+Boxes User::boxes(const stage::EffectInstance &instance) const {
     Boxes boxes{};
     for (std::size_t kind = 1; kind <= 5; ++kind) boxes[kind] = number(instance, kShow[kind]) != 0;
     return boxes;
 }
 
-const stage::Item &Desk::layer_item(const stage::EffectInstance &instance) const {
-    const stage::Project &held = session.host.project;
-    const stage::Item *source = held.item(held.layer(instance.layer)->source);
-    return source != nullptr ? *source : *held.comp_of(instance.layer);
+const stage::Item &User::layer_item(const stage::EffectInstance &instance) const {
+    return *session.project().extent_of(instance.layer);
 }
 
-int Desk::scope_of(const int (&table)[6], int index) {
+int User::scope_of(const int (&table)[6], int index) {
     for (int kind = 1; kind <= 5; ++kind) {
         if (table[kind] == index) return kind;
     }
     return 0;
 }
 
-void Desk::edit(int index, double value) {
+void User::edit(int index, double value) {
     stage::ParamValue now = session.value(*effect(), index);
     now.number = value;
     edit(index, now);
 }
 
-void Desk::edit(int index, const stage::ParamValue &value) {
+void User::edit(int index, const stage::ParamValue &value) {
     const stage::ParamInfo &info = session.plugin.catalog.at(index);
     note("set \"" + info.path + "\" " + value_text(info, value));
     const Boxes before = boxes(*effect());
-    EXPECT_EQ(workspace.set_value(index, value), 0) << info.path;
+    EXPECT_EQ(desk.set_value(index, value), 0) << info.path;
     follow_edit(index, before);
 }
 
-void Desk::follow_edit(int index, const Boxes &before) {
+void User::follow_edit(int index, const Boxes &before) {
     const Boxes now = boxes(*effect());
     OrderModel &model = order(*effect());
     if (const int shown = scope_of(kShow, index)) {
@@ -120,18 +117,18 @@ void Desk::follow_edit(int index, const Boxes &before) {
     if (index == kReset && number(*effect(), kReset) != 0) model.reset(now);
 }
 
-void Desk::note(const std::string &text) {
+void User::note(const std::string &text) {
     log_.push_back(std::to_string(actions) + ": " + text);
     if (log_.size() > kRemembered) log_.pop_front();
     say("\n" + log_.back());
 }
 
-void Desk::add_to_note(const std::string &text) {
+void User::add_to_note(const std::string &text) {
     log_.back() += text;
     say(text);
 }
 
-std::string Desk::log() const {
+std::string User::log() const {
     std::string text;
     for (const std::string &line : log_) text += "  " + line + "\n";
     return text;

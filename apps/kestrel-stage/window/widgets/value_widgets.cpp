@@ -1,4 +1,4 @@
-#include "kestrel-stage/window/value_widgets.h"
+#include "kestrel-stage/window/widgets/value_widgets.h"
 
 #include <imgui.h>
 
@@ -128,19 +128,16 @@ struct PointLimits {
     bool bounded = false;
 };
 
-PointLimits limits_of(Desk &desk, int index) {
-    const stage::ParamInfo &info = desk.session().plugin.catalog.at(index);
-    const stage::EffectInstance *effect = desk.workspace().effect();
+PointLimits limits_of(WindowActs &acts, int index) {
+    const stage::ParamInfo &info = acts.session().plugin.catalog.at(index);
+    const stage::EffectInstance *effect = acts.desk().effect();
     if (info.def.u.td.restrict_bounds == 0 || effect == nullptr) return {};
-    const stage::Project &project = desk.session().host.project;
-    const stage::Layer *layer = project.layer(effect->layer);
-    const stage::Item *source = project.item(layer->source);
-    if (source == nullptr) source = project.comp_of(layer->id);
-    return {double(source->width), double(source->height), true};
+    const stage::Item *extent = acts.session().project().extent_of(effect->layer);
+    return {double(extent->width), double(extent->height), true};
 }
 
-Change point(Desk &desk, const PanelEntry &entry, float width, WidgetLog &log) {
-    const PointLimits limits = limits_of(desk, entry.index);
+Change point(WindowActs &acts, const PanelEntry &entry, float width, WidgetLog &log) {
+    const PointLimits limits = limits_of(acts, entry.index);
     const double low = 0;
     ParamValue value = entry.value;
     const float spacing = ImGui::GetStyle().ItemInnerSpacing.x;
@@ -159,7 +156,7 @@ Change point(Desk &desk, const PanelEntry &entry, float width, WidgetLog &log) {
     return x_changed || y_changed ? Change(value) : std::nullopt;
 }
 
-Change layer(Desk &desk, const PanelEntry &entry, float width, WidgetLog &log) {
+Change layer(WindowActs &acts, const PanelEntry &entry, float width, WidgetLog &log) {
     ImGui::SetNextItemWidth(width);
     if (!ImGui::BeginCombo("##layer", entry.text.c_str(), ImGuiComboFlags_HeightLarge)) {
         log.add("popup", entry.name, !entry.disabled, false, entry.index);
@@ -177,8 +174,8 @@ Change layer(Desk &desk, const PanelEntry &entry, float width, WidgetLog &log) {
         log.add("choice", entry.name + "/" + text, true, now, entry.index);
     };
     choice("None", 0);
-    const stage::EffectInstance *effect = desk.workspace().effect();
-    const stage::Item *comp = desk.session().host.project.comp_of(effect->layer);
+    const stage::EffectInstance *effect = acts.desk().effect();
+    const stage::Item *comp = acts.session().project().comp_of(effect->layer);
     for (std::size_t i = 0; i < comp->layers.size(); ++i) {
         choice(std::to_string(i + 1) + ". " + comp->layers[i].name, comp->layers[i].id);
     }
@@ -188,8 +185,8 @@ Change layer(Desk &desk, const PanelEntry &entry, float width, WidgetLog &log) {
 
 }  // namespace
 
-Change value_widget(Desk &desk, const PanelEntry &entry, float width, std::optional<double> &typed,
-                    WidgetLog &log) {
+Change value_widget(WindowActs &acts, const PanelEntry &entry, float width,
+                    std::optional<double> &typed, WidgetLog &log) {
     switch (entry.kind) {
         case Kind::kSlider:
             return slider(entry, width, typed, log);
@@ -200,9 +197,9 @@ Change value_widget(Desk &desk, const PanelEntry &entry, float width, std::optio
         case Kind::kColor:
             return color(entry, width, log);
         case Kind::kPoint:
-            return point(desk, entry, width, log);
+            return point(acts, entry, width, log);
         case Kind::kLayer:
-            return layer(desk, entry, width, log);
+            return layer(acts, entry, width, log);
         case Kind::kGroup:
             break;
     }

@@ -1,4 +1,4 @@
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
 
 #include <imgui.h>
 

@@ -1,4 +1,4 @@
-#include "kestrel-stage/window/menus.h"
+#include "kestrel-stage/window/widgets/menus.h"
 
 #include <imgui.h>
 
@@ -50,29 +50,29 @@ void Menus::key(const SDL_Keysym &key) {
     struct Shortcut {
         SDL_Keycode code;
         bool control, shift;
-        void (*act)(Menus &menus, Desk &desk);
+        void (*act)(Menus &menus, WindowActs &acts);
     };
     static constexpr Shortcut kShortcuts[] = {
-        {SDLK_o, true, false, [](Menus &menus, Desk &) { menus.ask_for_picture(false); }},
-        {SDLK_s, true, false, [](Menus &menus, Desk &) { menus.ask_where_to_save(); }},
-        {SDLK_q, true, false, [](Menus &, Desk &desk) { desk.quit = true; }},
-        {SDLK_z, true, false, [](Menus &, Desk &desk) { desk.undo(); }},
-        {SDLK_z, true, true, [](Menus &, Desk &desk) { desk.redo(); }},
-        {SDLK_y, true, false, [](Menus &, Desk &desk) { desk.redo(); }},
-        {SDLK_d, true, false, [](Menus &, Desk &desk) { desk.duplicate_layer(); }},
-        {SDLK_DELETE, false, false, [](Menus &, Desk &desk) { desk.delete_layer(); }},
-        {SDLK_SLASH, false, true, [](Menus &, Desk &desk) { desk.fit(); }},
-        {SDLK_COMMA, false, false, [](Menus &, Desk &desk) { desk.zoom_step(0.5); }},
-        {SDLK_PERIOD, false, false, [](Menus &, Desk &desk) { desk.zoom_step(2); }},
-        {SDLK_PAGEUP, false, false, [](Menus &, Desk &desk) { desk.step_frames(-1); }},
-        {SDLK_PAGEDOWN, false, false, [](Menus &, Desk &desk) { desk.step_frames(1); }},
+        {SDLK_o, true, false, [](Menus &menus, WindowActs &) { menus.ask_for_picture(false); }},
+        {SDLK_s, true, false, [](Menus &menus, WindowActs &) { menus.ask_where_to_save(); }},
+        {SDLK_q, true, false, [](Menus &, WindowActs &acts) { acts.quit = true; }},
+        {SDLK_z, true, false, [](Menus &, WindowActs &acts) { acts.undo(); }},
+        {SDLK_z, true, true, [](Menus &, WindowActs &acts) { acts.redo(); }},
+        {SDLK_y, true, false, [](Menus &, WindowActs &acts) { acts.redo(); }},
+        {SDLK_d, true, false, [](Menus &, WindowActs &acts) { acts.duplicate_layer(); }},
+        {SDLK_DELETE, false, false, [](Menus &, WindowActs &acts) { acts.delete_layer(); }},
+        {SDLK_SLASH, false, true, [](Menus &, WindowActs &acts) { acts.fit(); }},
+        {SDLK_COMMA, false, false, [](Menus &, WindowActs &acts) { acts.zoom_step(0.5); }},
+        {SDLK_PERIOD, false, false, [](Menus &, WindowActs &acts) { acts.zoom_step(2); }},
+        {SDLK_PAGEUP, false, false, [](Menus &, WindowActs &acts) { acts.step_frames(-1); }},
+        {SDLK_PAGEDOWN, false, false, [](Menus &, WindowActs &acts) { acts.step_frames(1); }},
     };
     const bool control = (key.mod & KMOD_CTRL) != 0;
     const bool shift = (key.mod & KMOD_SHIFT) != 0;
     const auto *found = std::ranges::find_if(kShortcuts, [&](const Shortcut &entry) {
         return entry.code == key.sym && entry.control == control && entry.shift == shift;
     });
-    if (found != std::end(kShortcuts)) found->act(*this, desk_);
+    if (found != std::end(kShortcuts)) found->act(*this, acts_);
 }
 
 }  // namespace stage_view

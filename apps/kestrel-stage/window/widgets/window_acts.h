@@ -1,4 +1,4 @@
-// What the window's menus and buttons do, on top of the workspace.
+// What the window's menus and buttons do, on top of the desk.
 #pragma once
 
 #include <deque>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 
 namespace stage_view {
 
@@ -19,12 +19,12 @@ struct Notice {
 };
 
 /// Acts never throw: what goes wrong becomes a notice.
-class Desk {
+class WindowActs {
   public:
-    explicit Desk(stage::Workspace &workspace) : workspace_(workspace) {}
+    explicit WindowActs(stage::Desk &desk) : desk_(desk) {}
 
-    stage::Workspace &workspace() { return workspace_; }
-    stage::Session &session() { return workspace_.session(); }
+    stage::Desk &desk() { return desk_; }
+    stage::Session &session() { return desk_.session(); }
     /// Null when there is none.
     stage::Item *comp();
 
@@ -66,20 +66,19 @@ class Desk {
     /// Point (x, y) of the pane stays where it is.
     void zoom_to(double zoom, double x, double y);
     void zoom_middle(double zoom);
-    void zoom_step(double factor) { zoom_middle(workspace_.viewport().zoom * factor); }
+    void zoom_step(double factor) { zoom_middle(desk_.viewport().zoom * factor); }
     void pan_by(double dx, double dy);
     /// Once per frame, with the pane's size: keeps the pixel aspect, and a fitted picture fitted.
     void settle_view(int width, int height);
     void set_resolution(int downsample);
     /// Limited to the comp's frames.
     void set_frame(std::int64_t frame);
-    void step_frames(std::int64_t count) { set_frame(workspace_.frame() + count); }
+    void step_frames(std::int64_t count) { set_frame(desk_.frame() + count); }
     void set_window(stage::WindowKind kind);
     void set_depth(stage::Depth depth);
     /// 0: as many as the machine has.
     void set_threads(int count);
     int threads() const { return threads_; }
-    /// Of the comp and of the footage in it.
     void set_pixel_aspect(int numerator, int denominator);
     /// Width of a pixel over its height.
     double pixel_aspect();
@@ -104,7 +103,7 @@ class Desk {
     template <typename AddLayer>
     void open(AddLayer &&add_layer);
 
-    stage::Workspace &workspace_;
+    stage::Desk &desk_;
     std::map<stage::WindowKind, Fitting> fittings_;
     std::size_t messages_taken_ = 0;
     int threads_ = 0;

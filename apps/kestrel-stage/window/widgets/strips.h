@@ -1,9 +1,8 @@
 // What stands beneath the picture: zoom, layers, time, and the status line.
 #pragma once
 
-#include "kestrel-stage/window/desk.h"
-#include "kestrel-stage/window/picture_pane.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 
 namespace stage_view {
 
@@ -23,8 +22,8 @@ class FrameTimes {
 /// Height that draw_strips() needs, pixels.
 int strips_height();
 
-/// Draws the strips into `area`.
-void draw_strips(Desk &desk, const PicturePane &pane, const FrameTimes &times,
+/// Draws the strips into `area`. `render_milliseconds` is what the last frame of the comp took.
+void draw_strips(WindowActs &acts, double render_milliseconds, const FrameTimes &times,
                  const PixelRect &area, WidgetLog &log);
 
 }  // namespace stage_view

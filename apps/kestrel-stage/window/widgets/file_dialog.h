@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
 
 namespace stage_view {
 

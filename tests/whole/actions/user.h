@@ -1,5 +1,5 @@
-// One user at a desk with the real plug-in: the workspace, what was done so far, and what is known
-// of every instance's stacking order.
+// One user with the real plug-in: the desk, what was done so far, and what is known of every
+// instance's stacking order.
 #pragma once
 
 #include <deque>
@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 #include "whole/actions/dice.h"
 #include "whole/actions/order_model.h"
 
@@ -35,15 +35,15 @@ struct Habits {
     bool renders = true;
 };
 
-class Desk {
+class User {
   public:
-    Desk(const Habits &habits, std::uint32_t seed);
-    ~Desk();
-    Desk(const Desk &) = delete;
-    Desk &operator=(const Desk &) = delete;
+    User(const Habits &habits, std::uint32_t seed);
+    ~User();
+    User(const User &) = delete;
+    User &operator=(const User &) = delete;
 
-    stage::Project &project() { return session.host.project; }
-    stage::EffectInstance *effect() const { return workspace.effect(); }
+    stage::Project &project() { return session.project(); }
+    stage::EffectInstance *effect() const { return desk.effect(); }
     std::vector<stage::Layer> &layers();
     double number(const stage::EffectInstance &instance, int index) const {
         return session.value(instance, index).number;
@@ -58,7 +58,7 @@ class Desk {
     // An edit of the chosen effect as the panel makes it, with what the rules make of it.
     void edit(int index, const stage::ParamValue &value);
     void edit(int index, double number);
-    // To be called behind an edit that the workspace has made by itself.
+    // To be called behind an edit that the desk has made by itself.
     void follow_edit(int index, const Boxes &before);
 
     // What the user does next: the first words of a line of the log.
@@ -70,7 +70,7 @@ class Desk {
     Habits habits;
     Dice dice;
     stage::Session session;
-    stage::Workspace workspace{session};
+    stage::Desk desk{session};
     std::map<int, OrderModel> orders;  // by id of the instance
     std::map<int, Boxes> last_boxes;   // after the last act in which it was there
     std::filesystem::path project_file;

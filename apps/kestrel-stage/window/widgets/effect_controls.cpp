@@ -1,10 +1,10 @@
-#include "kestrel-stage/window/effect_controls.h"
+#include "kestrel-stage/window/widgets/effect_controls.h"
 
 #include <imgui.h>
 
 #include <cmath>
 
-#include "kestrel-stage/window/value_widgets.h"
+#include "kestrel-stage/window/widgets/value_widgets.h"
 #include "stage/effect/effect_instance.h"
 
 namespace stage_view {
@@ -40,13 +40,13 @@ bool EffectControls::is_open(const PanelEntry &group) const {
 
 void EffectControls::refresh_entries() {
     entries_.clear();
-    const stage::EffectInstance *effect = desk_.workspace().effect();
+    const stage::EffectInstance *effect = acts_.desk().effect();
     if (effect == nullptr) return;
-    desk_.attempt([&] { entries_ = stage::panel_entries(desk_.session(), *effect); });
+    acts_.attempt([&] { entries_ = stage::panel_entries(acts_.session(), *effect); });
 }
 
 void EffectControls::header(WidgetLog &log) {
-    const stage::EffectInstance *effect = desk_.workspace().effect();
+    const stage::EffectInstance *effect = acts_.desk().effect();
     ImGui::AlignTextToFramePadding();
     if (effect == nullptr) {
         ImGui::TextDisabled("Select a layer with the effect.");
@@ -54,11 +54,11 @@ void EffectControls::header(WidgetLog &log) {
     }
     ImGui::TextUnformatted(kEffectName);
     ImGui::SameLine();
-    ImGui::TextDisabled("%s", desk_.session().host.project.layer(effect->layer)->name.c_str());
+    ImGui::TextDisabled("%s", acts_.session().project().layer(effect->layer)->name.c_str());
     const char *reset = "Reset";
     const float width = ImGui::CalcTextSize(reset).x + 2 * ImGui::GetStyle().FramePadding.x;
     ImGui::SameLine(ImGui::GetWindowContentRegionMax().x - width);
-    if (ImGui::Button(reset)) desk_.reset_effect();
+    if (ImGui::Button(reset)) acts_.reset_effect();
     log.add("button", reset);
     ImGui::Separator();
 }
@@ -87,9 +87,9 @@ void EffectControls::value_row(const PanelEntry &entry, WidgetLog &log) {
     log.add("label", entry.name, !entry.disabled, false, entry.index);
     ImGui::PopClipRect();
     ImGui::SameLine(start);
-    const auto change = value_widget(desk_, entry, full - start, typed_, log);
+    const auto change = value_widget(acts_, entry, full - start, typed_, log);
     ImGui::EndDisabled();
-    if (change && !(*change == entry.value)) desk_.set_value(entry.index, *change);
+    if (change && !(*change == entry.value)) acts_.set_value(entry.index, *change);
 }
 
 void EffectControls::draw(const PixelRect &area, WidgetLog &log) {

@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -37,11 +36,11 @@ struct CrossHair {
 /// ProjectError with one line when the host cannot carry them out; what the plug-in answers is
 /// returned. The chosen effect is the one whose panel is shown and whose handles work: the first of
 /// the selected layers' own effects, else the last one chosen. [host thread]
-class Workspace {
+class Desk {
   public:
-    /// `session` must be started, and outlive the workspace.
-    explicit Workspace(Session &session);
-    ~Workspace();
+    /// `session` must be started, and outlive the desk.
+    explicit Desk(Session &session);
+    ~Desk();
 
     Session &session() { return session_; }
     const Session &session() const { return session_; }
@@ -49,6 +48,11 @@ class Workspace {
     // Project.
     ItemId new_comp(const std::string &name, int width, int height, int par_num, int par_den,
                     std::int64_t frames);
+    /// Brings another comp to the front, with nothing selected in it; the first effect that runs in
+    /// it is chosen.
+    void show_comp(ItemId comp);
+    /// Of the active comp and of the footage in it.
+    void set_pixel_aspect(int par_num, int par_den);
     /// A picture, sequence or video file as a layer of the active comp; without an active comp, one
     /// of its size is made.
     LayerId add_footage(const std::filesystem::path &file, int par_num = 1, int par_den = 1);
@@ -115,15 +119,14 @@ class Workspace {
     DrawList window_overlay();
     /// Goes up with everything that may change what is seen.
     std::uint64_t version() const { return version_; }
-    /// After changes made past the workspace, to the session itself.
+    /// After changes made past the desk, to the session itself.
     void touch() { ++version_; }
 
   private:
     Viewer *viewer();
     void close_viewers();
     Item &active_comp();
-    LayerId add_item(const Footage &footage, const std::string &name, int par_num, int par_den,
-                     const std::function<void(Item &)> &describe);
+    LayerId add_item(const Footage &footage, const std::string &name, int par_num, int par_den);
     LayerId arrived(LayerId layer);
     void duplicate_effects(const Layer &original, LayerId copy);
     void choose_selected();

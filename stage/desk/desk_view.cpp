@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "hostapi/constants.h"
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 #include "stage/effect/effect_instance.h"
 #include "stage/project/layer_map.h"
 
@@ -36,7 +36,7 @@ DrawPrimitive mark_at(double at_x, double at_y) {
 
 }  // namespace
 
-Viewer *Workspace::viewer() {
+Viewer *Desk::viewer() {
     if (chosen_ == nullptr) return nullptr;
     std::unique_ptr<Viewer> &slot = viewers_[window];
     if (slot && &slot->instance() != chosen_) slot.reset();
@@ -47,26 +47,26 @@ Viewer *Workspace::viewer() {
     return slot.get();
 }
 
-void Workspace::close_viewers() {
+void Desk::close_viewers() {
     native_point_ = 0;
     viewers_.clear();
 }
 
 /// Layer point of the chosen effect under a window point; null when it cannot be had.
-std::optional<std::pair<double, double>> Workspace::layer_point(double x, double y) const {
+std::optional<std::pair<double, double>> Desk::layer_point(double x, double y) const {
     const Viewport &port = viewports_.at(window);
     const double source_x = port.source_x(x);
     const double source_y = port.source_y(y);
     if (window == WindowKind::kLayer) return {{source_x, source_y}};
-    const LayerMap map = layer_map(session_.host.project, chosen_->layer);
+    const LayerMap map = layer_map(session_.project(), chosen_->layer);
     if (!map.invertible()) return std::nullopt;
     return {{map.layer_x(source_x), map.layer_y(source_y)}};
 }
 
-std::pair<double, double> Workspace::window_point(double layer_x, double layer_y) const {
+std::pair<double, double> Desk::window_point(double layer_x, double layer_y) const {
     const Viewport &port = viewports_.at(window);
     if (window == WindowKind::kComp) {
-        const LayerMap map = layer_map(session_.host.project, chosen_->layer);
+        const LayerMap map = layer_map(session_.project(), chosen_->layer);
         layer_x = map.comp_x(layer_x);
         layer_y = map.comp_y(layer_y);
     }
@@ -74,13 +74,11 @@ std::pair<double, double> Workspace::window_point(double layer_x, double layer_y
 }
 
 /// Of the chosen effect's points that are neither hidden nor greyed, by parameter.
-std::vector<CrossHair> Workspace::cross_hairs() const {
+std::vector<CrossHair> Desk::cross_hairs() const {
     std::vector<CrossHair> marks;
     if (chosen_ == nullptr) return marks;
     const ParamCatalog &catalog = session_.plugin.catalog;
-    const auto &streams = session_.host.project.layer(chosen_->layer)
-                              ->effects.at(static_cast<std::size_t>(chosen_->effect))
-                              .streams;
+    const auto &streams = session_.state_of(*chosen_).streams;
     for (int index = 1; index < catalog.count(); ++index) {
         const auto place = static_cast<std::size_t>(index);
         if (catalog.at(index).def.param_type != PF_Param_POINT || streams[place].hidden) continue;
@@ -93,15 +91,15 @@ std::vector<CrossHair> Workspace::cross_hairs() const {
     return marks;
 }
 
-int Workspace::cross_hair_at(int x, int y) const {
+int Desk::cross_hair_at(int x, int y) const {
     for (const CrossHair &mark : cross_hairs()) {
         if (std::hypot(mark.x - x, mark.y - y) <= kCrossHairReach) return mark.index;
     }
     return 0;
 }
 
-LayerId Workspace::layer_at(int x, int y) const {
-    const Project &project = session_.host.project;
+LayerId Desk::layer_at(int x, int y) const {
+    const Project &project = session_.project();
     const Item *comp = project.comp(project.active_comp);
     if (window != WindowKind::kComp || comp == nullptr) return 0;
     const Viewport &port = viewports_.at(window);
@@ -117,7 +115,7 @@ LayerId Workspace::layer_at(int x, int y) const {
     return 0;
 }
 
-PointerReply Workspace::press(int x, int y, int clicks, PF_Modifiers modifiers) {
+PointerReply Desk::press(int x, int y, int clicks, PF_Modifiers modifiers) {
     PointerReply reply;
     native_point_ = 0;  // the button's release may have got lost
     if (Viewer *front = viewer()) reply.event = front->press(x, y, clicks, modifiers);
@@ -132,7 +130,7 @@ PointerReply Workspace::press(int x, int y, int clicks, PF_Modifiers modifiers) 
     return reply;
 }
 
-PointerReply Workspace::move(int x, int y, PF_Modifiers modifiers) {
+PointerReply Desk::move(int x, int y, PF_Modifiers modifiers) {
     PointerReply reply;
     reply.native_point = native_point_;
     if (native_point_ != 0) {
@@ -146,7 +144,7 @@ PointerReply Workspace::move(int x, int y, PF_Modifiers modifiers) {
     return reply;
 }
 
-PointerReply Workspace::release(int x, int y, PF_Modifiers modifiers) {
+PointerReply Desk::release(int x, int y, PF_Modifiers modifiers) {
     PointerReply reply;
     if (native_point_ != 0) {
         reply.native_point = native_point_;
@@ -159,64 +157,63 @@ PointerReply Workspace::release(int x, int y, PF_Modifiers modifiers) {
     return reply;
 }
 
-PF_Err Workspace::move_cross_hair(int x, int y) {
+PF_Err Desk::move_cross_hair(int x, int y) {
     const auto point = layer_point(x, y);
     if (chosen_ == nullptr || !point) return 0;
     ParamValue value = session_.value(*chosen_, native_point_);
     value.x = point->first;
     value.y = point->second;
     if (session_.plugin.catalog.at(native_point_).def.u.td.restrict_bounds != 0) {
-        const LayerMap map = layer_map(session_.host.project, chosen_->layer);
+        const LayerMap map = layer_map(session_.project(), chosen_->layer);
         value.x = std::clamp(value.x, 0.0, 2 * map.middle_x);
         value.y = std::clamp(value.y, 0.0, 2 * map.middle_y);
     }
     return set_value(native_point_, value);
 }
 
-void Workspace::leave() {
+void Desk::leave() {
     if (Viewer *front = viewer()) front->leave();
 }
 
-bool Workspace::dragging() const {
+bool Desk::dragging() const {
     const auto found = viewers_.find(window);
     return native_point_ != 0 ||
            (found != viewers_.end() && found->second && found->second->dragging());
 }
 
-PF_CursorType Workspace::cursor() const {
+PF_CursorType Desk::cursor() const {
     const auto found = viewers_.find(window);
     return found != viewers_.end() && found->second ? found->second->cursor() : PF_CursorType{0};
 }
 
-int Workspace::source_width() const {
+int Desk::source_width() const {
     return source_item() != nullptr ? source_item()->width : 0;
 }
 
-int Workspace::source_height() const {
+int Desk::source_height() const {
     return source_item() != nullptr ? source_item()->height : 0;
 }
 
 /// The item whose pixels the viewer in front shows; layers without a source are as large as their
 /// comp.
-const Item *Workspace::source_item() const {
-    const Project &project = session_.host.project;
+const Item *Desk::source_item() const {
+    const Project &project = session_.project();
     const Item *comp = project.comp(project.active_comp);
     if (window != WindowKind::kLayer || chosen_ == nullptr) return comp;
-    const Item *source = project.item(project.layer(chosen_->layer)->source);
-    return source != nullptr ? source : project.comp_of(chosen_->layer);
+    return project.extent_of(chosen_->layer);
 }
 
-const ViewFrame &Workspace::view() {
+const ViewFrame &Desk::view() {
     if (viewed_ == version_ && viewed_window_ == window) return view_;
     RenderSettings settings;
     settings.frame = frame_;
     settings.downsample_x = downsample_;
     settings.downsample_y = downsample_;
-    const ItemId comp = session_.host.project.active_comp;
+    const ItemId comp = session_.project().active_comp;
     const bool layer_window = window == WindowKind::kLayer && chosen_ != nullptr;
-    if (layer_window && session_.host.project.layer(chosen_->layer)->source != 0) {
+    if (layer_window && session_.project().layer(chosen_->layer)->source != 0) {
         render_layer(session_, chosen_->layer, settings, view_);
-    } else if (!layer_window && session_.host.project.comp(comp) != nullptr) {
+    } else if (!layer_window && session_.project().comp(comp) != nullptr) {
         render_comp(session_, comp, settings, view_);
     } else {
         view_ = ViewFrame{};
@@ -226,7 +223,7 @@ const ViewFrame &Workspace::view() {
     return view_;
 }
 
-const DrawList &Workspace::overlay() {
+const DrawList &Desk::overlay() {
     Viewer *front = viewer();
     if (front == nullptr) {
         overlay_.primitives.clear();
@@ -241,7 +238,7 @@ const DrawList &Workspace::overlay() {
     return overlay_;
 }
 
-DrawList Workspace::window_overlay() {
+DrawList Desk::window_overlay() {
     DrawList all = overlay();
     for (const CrossHair &mark : cross_hairs()) all.primitives.push_back(mark_at(mark.x, mark.y));
     return all;

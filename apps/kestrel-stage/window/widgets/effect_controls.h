@@ -5,8 +5,8 @@
 #include <optional>
 #include <vector>
 
-#include "kestrel-stage/window/desk.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 #include "stage/desk/panel/panel_model.h"
 
 namespace stage_view {
@@ -15,7 +15,7 @@ namespace stage_view {
 /// user's: an entry starts as the panel says and stays as it was last clicked.
 class EffectControls {
   public:
-    explicit EffectControls(Desk &desk) : desk_(desk) {}
+    explicit EffectControls(WindowActs &acts) : acts_(acts) {}
 
     /// Draws the panel into `area` and carries out the edits made in it.
     void draw(const PixelRect &area, WidgetLog &log);
@@ -29,7 +29,7 @@ class EffectControls {
     void value_row(const stage::PanelEntry &entry, WidgetLog &log);
     void refresh_entries();
 
-    Desk &desk_;
+    WindowActs &acts_;
     std::vector<stage::PanelEntry> entries_;
     std::map<int, bool> twirls_;  ///< open or closed by hand, by parameter
     std::optional<double> typed_;

@@ -1,4 +1,4 @@
-#include "kestrel-stage/window/notice_box.h"
+#include "kestrel-stage/window/widgets/notice_box.h"
 
 #include <imgui.h>
 
@@ -29,8 +29,8 @@ bool dismissed_by_key() {
 
 }  // namespace
 
-void draw_notice(Desk &desk, WidgetLog &log) {
-    if (desk.notices.empty()) return;
+void draw_notice(WindowActs &acts, WidgetLog &log) {
+    if (acts.notices.empty()) return;
     if (!ImGui::IsPopupOpen(kTitle)) ImGui::OpenPopup(kTitle);
     const ImVec2 screen = ImGui::GetIO().DisplaySize;
     ImGui::SetNextWindowPos({screen.x / 2, screen.y / 2}, ImGuiCond_Always, {0.5f, 0.5f});
@@ -38,7 +38,7 @@ void draw_notice(Desk &desk, WidgetLog &log) {
                                 ImGuiWindowFlags_AlwaysAutoResize | ImGuiWindowFlags_NoMove)) {
         return;
     }
-    const Notice notice = desk.notices.front();
+    const Notice notice = acts.notices.front();
     ImGui::Spacing();
     put_sign(notice.as_error);
     ImGui::SameLine(0, 14);
@@ -54,7 +54,7 @@ void draw_notice(Desk &desk, WidgetLog &log) {
     const bool agreed = ImGui::Button("OK", {width, 0}) || dismissed_by_key();
     log.add("button", "OK");
     if (agreed) {
-        desk.notices.pop_front();
+        acts.notices.pop_front();
         ImGui::CloseCurrentPopup();
     }
     ImGui::EndPopup();

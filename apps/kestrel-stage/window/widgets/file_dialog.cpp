@@ -1,4 +1,4 @@
-#include "kestrel-stage/window/file_dialog.h"
+#include "kestrel-stage/window/widgets/file_dialog.h"
 
 #include <imgui.h>
 #include <imgui_stdlib.h>

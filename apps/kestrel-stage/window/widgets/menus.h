@@ -7,15 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "kestrel-stage/window/desk.h"
-#include "kestrel-stage/window/file_dialog.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/file_dialog.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 
 namespace stage_view {
 
 class Menus {
   public:
-    explicit Menus(Desk &desk) : desk_(desk) {}
+    explicit Menus(WindowActs &acts) : acts_(acts) {}
 
     /// Draws the bar along the top of the window and carries out what is chosen.
     void draw_bar(WidgetLog &log);
@@ -56,7 +56,7 @@ class Menus {
     void ask_for_project();
     void ask_where_to_save();
 
-    Desk &desk_;
+    WindowActs &acts_;
     FileDialog dialog_;
     std::filesystem::path last_picture_;
     int height_ = 0;

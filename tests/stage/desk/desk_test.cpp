@@ -1,5 +1,5 @@
 // A user's acts on the host's desk, with the product.
-#include "support/stage/workspace_fixture.h"
+#include "support/stage/desk_fixture.h"
 
 #include <filesystem>
 #include <fstream>
@@ -21,14 +21,14 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-TEST_F(WorkspaceTest, the_first_picture_brings_its_composition) {
+TEST_F(DeskTest, the_first_picture_brings_its_composition) {
     desk.add_chart("test-card", 320, 180);
     EXPECT_EQ(desk.source_width(), 320);
     EXPECT_EQ(desk.source_height(), 180);
     EXPECT_THAT(layer_names(), ElementsAre("test-card"));
 }
 
-TEST_F(WorkspaceTest, acts_without_their_object_are_refused_with_a_line) {
+TEST_F(DeskTest, acts_without_their_object_are_refused_with_a_line) {
     EXPECT_THROW(desk.add_adjustment("A"), SessionError);
     EXPECT_THROW(desk.set_value(2, {}), SessionError);
     EXPECT_THROW(desk.reset(), SessionError);
@@ -40,7 +40,7 @@ TEST_F(WorkspaceTest, acts_without_their_object_are_refused_with_a_line) {
     EXPECT_THROW(desk.delete_layer(999), SessionError);
 }
 
-TEST_F(WorkspaceTest, applying_to_several_layers_sets_up_each) {
+TEST_F(DeskTest, applying_to_several_layers_sets_up_each) {
     const LayerId a = desk.add_chart("test-card", 64, 36);
     const LayerId b = desk.add_chart("test-card", 64, 36);
     desk.select({a, b});
@@ -48,7 +48,7 @@ TEST_F(WorkspaceTest, applying_to_several_layers_sets_up_each) {
     EXPECT_EQ(session.host.instances.size(), 2u);
 }
 
-TEST_F(WorkspaceTest, choosing_follows_the_selection) {
+TEST_F(DeskTest, choosing_follows_the_selection) {
     const LayerId a = desk.add_chart("test-card", 64, 36);
     desk.apply();
     const LayerId b = desk.add_chart("test-card", 64, 36);
@@ -60,7 +60,7 @@ TEST_F(WorkspaceTest, choosing_follows_the_selection) {
     EXPECT_EQ(desk.effect()->layer, a) << "the panel stays";
 }
 
-TEST_F(WorkspaceTest, a_locked_layer_cannot_be_selected_moved_or_deleted) {
+TEST_F(DeskTest, a_locked_layer_cannot_be_selected_moved_or_deleted) {
     set_the_scene();
     const stage::Item &comp = *session.host.project.comp(session.host.project.active_comp);
     const LayerId first = comp.layers.back().id;
@@ -71,7 +71,7 @@ TEST_F(WorkspaceTest, a_locked_layer_cannot_be_selected_moved_or_deleted) {
     EXPECT_THROW(desk.place_layer(first, 0, 0, 100), SessionError);
 }
 
-TEST_F(WorkspaceTest, ticking_a_scope_puts_it_in_front_and_reveals_its_group) {
+TEST_F(DeskTest, ticking_a_scope_puts_it_in_front_and_reveals_its_group) {
     set_the_scene();
     EXPECT_THAT(order(), ElementsAre(1, 2, 3));
     EXPECT_TRUE(hidden("Histogram/Scope Height"));
@@ -83,7 +83,7 @@ TEST_F(WorkspaceTest, ticking_a_scope_puts_it_in_front_and_reveals_its_group) {
     EXPECT_TRUE(hidden("Vectorscope/Scope Size"));
 }
 
-TEST_F(WorkspaceTest, undo_takes_the_tick_back_but_not_the_order) {
+TEST_F(DeskTest, undo_takes_the_tick_back_but_not_the_order) {
     set_the_scene();
     set("Show Histogram", 1);
     EXPECT_TRUE(desk.undo());
@@ -95,7 +95,7 @@ TEST_F(WorkspaceTest, undo_takes_the_tick_back_but_not_the_order) {
     EXPECT_FALSE(hidden("Histogram/Scope Height"));
 }
 
-TEST_F(WorkspaceTest, reset_restores_defaults_and_the_order) {
+TEST_F(DeskTest, reset_restores_defaults_and_the_order) {
     set_the_scene();
     set("Show Histogram", 1);
     set("Monitor Layout", 6);
@@ -110,7 +110,7 @@ TEST_F(WorkspaceTest, reset_restores_defaults_and_the_order) {
     EXPECT_EQ(get("Monitor Layout").number, 6) << "one step";
 }
 
-TEST_F(WorkspaceTest, undoing_the_application_sets_the_effect_down_and_redo_wakes_it) {
+TEST_F(DeskTest, undoing_the_application_sets_the_effect_down_and_redo_wakes_it) {
     desk.add_chart("test-card", 320, 180);
     desk.apply();
     set("Show Histogram", 1);
@@ -126,7 +126,7 @@ TEST_F(WorkspaceTest, undoing_the_application_sets_the_effect_down_and_redo_wake
     EXPECT_EQ(desk.view().effects.at(0).error, 0);
 }
 
-TEST_F(WorkspaceTest, a_removed_effect_comes_back_with_its_record) {
+TEST_F(DeskTest, a_removed_effect_comes_back_with_its_record) {
     set_the_scene();
     set("Show Slice Waveform", 1);
     desk.remove_effect();
@@ -135,9 +135,9 @@ TEST_F(WorkspaceTest, a_removed_effect_comes_back_with_its_record) {
     EXPECT_THAT(order(), ElementsAre(4, 1, 2, 3));
 }
 
-struct KeepingHost : WorkspaceTest {
+struct KeepingHost : DeskTest {
     KeepingHost()
-        : WorkspaceTest([] {
+        : DeskTest([] {
               HostOptions options;
               options.adopt_replaced_sequence = false;
               return options;
@@ -147,7 +147,7 @@ struct KeepingHost : WorkspaceTest {
 TEST_F(KeepingHost, an_effect_whose_record_was_lost_can_be_removed_deleted_and_saved) {
     set_the_scene();
     desk.reset();
-    const auto file = std::filesystem::path(paths::build()) / "workspace_lost.json";
+    const auto file = std::filesystem::path(paths::build()) / "desk_lost.json";
     desk.save(file);
     std::filesystem::remove(file);
     desk.remove_effect();
@@ -158,7 +158,7 @@ TEST_F(KeepingHost, an_effect_whose_record_was_lost_can_be_removed_deleted_and_s
     EXPECT_THAT(session.host.instances, IsEmpty());
 }
 
-TEST_F(WorkspaceTest, a_deleted_layer_takes_its_effect_along_and_brings_it_back) {
+TEST_F(DeskTest, a_deleted_layer_takes_its_effect_along_and_brings_it_back) {
     set_the_scene();
     set("Show Slice Waveform", 1);
     desk.delete_layer(scopes);
@@ -168,7 +168,7 @@ TEST_F(WorkspaceTest, a_deleted_layer_takes_its_effect_along_and_brings_it_back)
     EXPECT_EQ(desk.effect()->layer, scopes);
 }
 
-TEST_F(WorkspaceTest, duplicating_a_layer_duplicates_order_values_and_panel) {
+TEST_F(DeskTest, duplicating_a_layer_duplicates_order_values_and_panel) {
     set_the_scene();
     set("Show Histogram", 1);
     set("Monitor Gain", 2);
@@ -184,11 +184,11 @@ TEST_F(WorkspaceTest, duplicating_a_layer_duplicates_order_values_and_panel) {
     EXPECT_FALSE(hidden("Histogram/Scope Height")) << "and a panel of its own";
 }
 
-TEST_F(WorkspaceTest, saving_and_loading_keeps_order_and_values) {
+TEST_F(DeskTest, saving_and_loading_keeps_order_and_values) {
     set_the_scene();
     set("Show Histogram", 1);
     set("Monitor Gain", 3);
-    const auto file = std::filesystem::path(paths::build()) / "workspace_test.json";
+    const auto file = std::filesystem::path(paths::build()) / "desk_test.json";
     desk.save(file);
     set("Show Histogram", 0);
     desk.load(file);
@@ -200,9 +200,9 @@ TEST_F(WorkspaceTest, saving_and_loading_keeps_order_and_values) {
     EXPECT_EQ(desk.view().effects.at(0).error, 0);
 }
 
-TEST_F(WorkspaceTest, a_file_that_cannot_be_loaded_changes_nothing) {
+TEST_F(DeskTest, a_file_that_cannot_be_loaded_changes_nothing) {
     set_the_scene();
-    const auto file = std::filesystem::path(paths::build()) / "workspace_bad.json";
+    const auto file = std::filesystem::path(paths::build()) / "desk_bad.json";
     std::ofstream(file) << "{";
     EXPECT_THROW(desk.load(file), std::exception);
     std::filesystem::remove(file);
@@ -210,7 +210,7 @@ TEST_F(WorkspaceTest, a_file_that_cannot_be_loaded_changes_nothing) {
     EXPECT_EQ(desk.view().effects.at(0).error, 0);
 }
 
-TEST_F(WorkspaceTest, handles_are_drawn_and_dragged_in_the_viewer) {
+TEST_F(DeskTest, handles_are_drawn_and_dragged_in_the_viewer) {
     set_the_scene();
     set("Monitor Layout", 6);
     EXPECT_THAT(desk.overlay().primitives, testing::SizeIs(2)) << "corner triangle and move bar";
@@ -224,7 +224,7 @@ TEST_F(WorkspaceTest, handles_are_drawn_and_dragged_in_the_viewer) {
     EXPECT_EQ(get("Monitor Size").number, 50);
 }
 
-TEST_F(WorkspaceTest, drags_beyond_the_range_are_clamped_by_the_host) {
+TEST_F(DeskTest, drags_beyond_the_range_are_clamped_by_the_host) {
     set_the_scene();
     set("Monitor Layout", 6);
     desk.press(320, 180);
@@ -232,7 +232,7 @@ TEST_F(WorkspaceTest, drags_beyond_the_range_are_clamped_by_the_host) {
     EXPECT_EQ(get("Monitor Size").number, 10);
 }
 
-TEST_F(WorkspaceTest, the_cursor_changes_over_handles) {
+TEST_F(DeskTest, the_cursor_changes_over_handles) {
     set_the_scene();
     set("Monitor Layout", 6);
     desk.move(320, 180);
@@ -243,7 +243,7 @@ TEST_F(WorkspaceTest, the_cursor_changes_over_handles) {
     EXPECT_EQ(desk.cursor(), 0);
 }
 
-TEST_F(WorkspaceTest, a_cross_hair_of_the_host_is_a_users_edit) {
+TEST_F(DeskTest, a_cross_hair_of_the_host_is_a_users_edit) {
     set_the_scene();
     stage::ParamValue value = get("Channel Parade/Scope Position");
     value.x = 300;
@@ -263,7 +263,7 @@ TEST_F(WorkspaceTest, a_cross_hair_of_the_host_is_a_users_edit) {
     EXPECT_THAT(order(), ElementsAre(2, 3, 1)) << "moved by the user: brought to the front";
 }
 
-TEST_F(WorkspaceTest, cross_hairs_of_visible_enabled_points_are_shown) {
+TEST_F(DeskTest, cross_hairs_of_visible_enabled_points_are_shown) {
     set_the_scene();
     const std::size_t handles = desk.overlay().primitives.size();
     EXPECT_EQ(desk.window_overlay().primitives.size(), handles + 3) << "three scopes are on";
@@ -278,7 +278,7 @@ TEST_F(WorkspaceTest, cross_hairs_of_visible_enabled_points_are_shown) {
     EXPECT_EQ(arm.y, static_cast<float>(place.y));
 }
 
-TEST_F(WorkspaceTest, a_held_cross_hair_follows_the_pointer) {
+TEST_F(DeskTest, a_held_cross_hair_follows_the_pointer) {
     set_the_scene();
     const stage::ParamValue place = get("Vectorscope/Scope Position");
     ASSERT_NE(desk.press(static_cast<int>(place.x) - 4, static_cast<int>(place.y) - 3).native_point,
@@ -296,7 +296,7 @@ TEST_F(WorkspaceTest, a_held_cross_hair_follows_the_pointer) {
     EXPECT_EQ(get("Vectorscope/Scope Position").x, 333);
 }
 
-TEST_F(WorkspaceTest, a_press_on_nothing_selects_the_layer_beneath) {
+TEST_F(DeskTest, a_press_on_nothing_selects_the_layer_beneath) {
     set_the_scene();
     set("Monitor Layout", 7);
     desk.select({footage});
@@ -305,7 +305,7 @@ TEST_F(WorkspaceTest, a_press_on_nothing_selects_the_layer_beneath) {
     EXPECT_EQ(desk.press(2000, 2000).selected, 0);
 }
 
-TEST_F(WorkspaceTest, the_picture_is_rendered_only_after_changes) {
+TEST_F(DeskTest, the_picture_is_rendered_only_after_changes) {
     set_the_scene();
     const double first = desk.view().seconds;
     EXPECT_EQ(desk.view().seconds, first);
@@ -318,7 +318,7 @@ TEST_F(WorkspaceTest, the_picture_is_rendered_only_after_changes) {
     EXPECT_EQ(desk.view().image.height, 180);
 }
 
-TEST_F(WorkspaceTest, the_layer_window_shows_the_layer) {
+TEST_F(DeskTest, the_layer_window_shows_the_layer) {
     set_the_scene();
     desk.window = WindowKind::kLayer;
     EXPECT_EQ(desk.source_width(), 640);
@@ -328,7 +328,7 @@ TEST_F(WorkspaceTest, the_layer_window_shows_the_layer) {
     desk.release(320, 180);
 }
 
-TEST_F(WorkspaceTest, the_layer_window_of_a_text_layer_is_empty) {
+TEST_F(DeskTest, the_layer_window_of_a_text_layer_is_empty) {
     desk.add_chart("test-card", 64, 36);
     desk.add_text("Title");
     desk.apply();
@@ -340,7 +340,7 @@ TEST_F(WorkspaceTest, the_layer_window_of_a_text_layer_is_empty) {
     EXPECT_EQ(desk.view().image.width, 64);
 }
 
-TEST_F(WorkspaceTest, time_stays_within_the_composition) {
+TEST_F(DeskTest, time_stays_within_the_composition) {
     set_the_scene();
     desk.set_frame(1000);
     EXPECT_EQ(desk.frame(), 0) << "a still has one frame";
@@ -348,7 +348,7 @@ TEST_F(WorkspaceTest, time_stays_within_the_composition) {
     EXPECT_EQ(desk.frame(), 0);
 }
 
-TEST_F(WorkspaceTest, a_viewer_without_an_effect_shows_the_composition) {
+TEST_F(DeskTest, a_viewer_without_an_effect_shows_the_composition) {
     desk.add_chart("test-card", 64, 36);
     EXPECT_EQ(desk.view().image.width, 64);
     EXPECT_THAT(desk.overlay().primitives, IsEmpty());
@@ -357,7 +357,7 @@ TEST_F(WorkspaceTest, a_viewer_without_an_effect_shows_the_composition) {
     EXPECT_EQ(desk.cursor(), 0);
 }
 
-TEST_F(WorkspaceTest, an_empty_desk_can_be_looked_at) {
+TEST_F(DeskTest, an_empty_desk_can_be_looked_at) {
     EXPECT_EQ(desk.view().image.width, 0);
     EXPECT_EQ(desk.source_width(), 0);
     EXPECT_FALSE(desk.undo());
