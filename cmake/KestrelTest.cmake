@@ -29,6 +29,15 @@ function(ks_compile_as_test target)
   set_target_properties(${target} PROPERTIES POSITION_INDEPENDENT_CODE OFF)
 endfunction()
 
+# ks_test_library(NAME SOURCES ... [LIBS ...]): what several test programs share.
+function(ks_test_library name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  add_library(${name} STATIC ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ks_compile PUBLIC ks_test_prefix ${arg_LIBS})
+  ks_compile_as_test(${name})
+  target_precompile_headers(${name} REUSE_FROM ks_test_prefix)
+endfunction()
+
 # ks_add_test(TEST COST COMMAND...): a test whose time is kept.
 function(ks_add_test name cost)
   set(command ${ARGN})

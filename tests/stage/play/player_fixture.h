@@ -9,7 +9,7 @@
 #include <string>
 
 #include "stage/play/session_player.h"
-#include "stage/session.h"
+#include "stage/session/session.h"
 #include "support/paths.h"
 
 namespace ks::play {

@@ -14,7 +14,7 @@ namespace {
 std::vector<std::filesystem::path> session_files() {
     std::vector<std::filesystem::path> files;
     for (const auto &entry :
-         std::filesystem::directory_iterator(paths::source() + "/tests/sessions")) {
+         std::filesystem::directory_iterator(paths::source() + "/tests/whole/sessions")) {
         if (entry.path().extension() == ".json") files.push_back(entry.path());
     }
     std::ranges::sort(files);
@@ -42,7 +42,7 @@ INSTANTIATE_TEST_SUITE_P(All, SessionFiles, testing::ValuesIn(session_files()),
 
 /// The first block of JSON on the page.
 std::string documented_example() {
-    std::ifstream stream(paths::source() + "/docs/session-files.md", std::ios::binary);
+    std::ifstream stream(paths::source() + "/docs/stage/session-files.md", std::ios::binary);
     const std::string page{std::istreambuf_iterator<char>(stream), {}};
     const std::size_t begin = page.find("```json\n") + 8;
     return page.substr(begin, page.find("```", begin) - begin);
