@@ -19,7 +19,7 @@ inline constexpr std::uint8_t kFreedByte = 0xDD;
 inline constexpr std::size_t kLargestKept = std::size_t{256} << 20;
 
 /// Bytes that a check looks at among the newest blocks, and again among the older ones in turn.
-inline constexpr std::size_t kBytesOfCheck = std::size_t{1} << 20;
+inline constexpr std::size_t kBytesOfCheck = std::size_t{256} << 10;
 
 /// Keeps the newest freed blocks within a budget, and the newest one even where it alone is larger,
 /// up to kLargestKept. Not thread-safe: its owner locks.

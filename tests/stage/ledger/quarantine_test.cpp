@@ -10,8 +10,8 @@
 namespace stage_test {
 namespace {
 
-constexpr std::size_t kBlock = std::size_t{256} << 10;
-constexpr std::size_t kBlocks = 32;  // eight times what one look at the newest takes
+constexpr std::size_t kBlock = stage::kBytesOfCheck / 4;
+constexpr std::size_t kBlocks = 32;
 
 struct FreedBlocks {
     FreedBlocks() {

@@ -7,17 +7,12 @@
 #include <cstdlib>
 
 #include "stage/effect/effect_instance.h"
+#include "support/test_size.h"
 #include "whole/actions/acts.h"
 #include "whole/actions/promises.h"
 
 namespace actions {
 namespace {
-
-#if defined(_WIN32)
-constexpr int kActions = 2400;  // under Wine everything takes several times as long
-#else
-constexpr int kActions = 24000;
-#endif
 
 Habits with(const char *name, void (*change)(Habits &)) {
     Habits habits;
@@ -84,7 +79,8 @@ class RandomActions : public testing::TestWithParam<int> {};
 TEST_P(RandomActions, keep_every_promise) {
     const auto &habits = all_habits();
     const int cases = static_cast<int>(habits.size()) * kSeedsEach;
-    const int count = (number_from("KS_RANDOM_ACTIONS", kActions) + cases - 1) / cases;
+    const int count =
+        (number_from("KS_RANDOM_ACTIONS", test_size::random_acts()) + cases - 1) / cases;
     const std::uint32_t seed =
         static_cast<std::uint32_t>(number_from("KS_RANDOM_SEED", 1)) * 1000u +
         static_cast<std::uint32_t>(GetParam());
@@ -94,6 +90,7 @@ TEST_P(RandomActions, keep_every_promise) {
         act_once(user);
         expect_promises(user);
     }
+    test_size::count("acts", user.actions);
     if (HasFailure()) {
         ADD_FAILURE() << "habits " << user.habits.name << ", seed " << seed << ", action "
                       << user.actions << "; the last actions:\n"

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "support/test_size.h"
 #include "whole/support/call_log.h"
 
 namespace ks::flow {
@@ -108,6 +109,7 @@ int run_fault_loop(Flow &flow, const FaultScenario &scenario) {
             fail_call(flow, scenario, static_cast<std::uint64_t>(calls) + 1, persistent, healthy)) {
             ++calls;
         }
+        test_size::count("faults injected", calls);
     }
     EXPECT_LT(calls, kMostCalls);
     return calls;

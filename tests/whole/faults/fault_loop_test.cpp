@@ -8,6 +8,7 @@
 #include "oracle/record_oracle.h"
 #include "support/image_diff.h"
 #include "support/paths.h"
+#include "support/test_size.h"
 
 namespace ks::flow {
 namespace {
@@ -191,12 +192,10 @@ TEST(FaultLoop, sequence_setdown) {
               1);
 }
 
-#if defined(_WIN32)
-// Under Wine the loops take three times as long; what follows a wipe has its own loop without one.
-constexpr int kWipedLayouts[] = {4};
-#else
-constexpr const auto &kWipedLayouts = kLayouts;
-#endif
+std::vector<int> wiped_layouts() {
+    if (test_size::wipe_in_every_layout()) return {std::begin(kLayouts), std::end(kLayouts)};
+    return {4};
+}
 
 // Pre-render and render of one scene; the frame is the outcome.
 class RenderFaults : public testing::TestWithParam<stage::Depth> {
@@ -263,7 +262,7 @@ TEST_P(RenderFaults, every_call_of_every_layout_fails_in_turn) {
 TEST_P(RenderFaults, every_call_of_every_layout_with_an_original_fails_in_turn) {
     show_two_scopes();
     add_original();
-    for (const int layout : kWipedLayouts) {
+    for (const int layout : wiped_layouts()) {
         flow.set("Monitor Layout", layout);
         EXPECT_GE(loop("layout " + std::to_string(layout) + " with original"), 60);
     }
