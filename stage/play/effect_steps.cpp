@@ -20,7 +20,7 @@ struct Edit {
     std::string text;
 };
 
-SessionAct apply(const FileValue &) {
+SessionAct apply(const JsonValue &) {
     return [](SessionPlayer &player) {
         PF_Err first = 0;
         for (const CommandResult &result : player.desk().apply()) {
@@ -30,7 +30,7 @@ SessionAct apply(const FileValue &) {
     };
 }
 
-SessionAct remove_effect(const FileValue &) {
+SessionAct remove_effect(const JsonValue &) {
     return [](SessionPlayer &player) {
         player.effect();
         player.desk().remove_effect();
@@ -44,7 +44,7 @@ EffectInstance &effect_of(SessionPlayer &player, LayerId layer, int number) {
     throw SessionError("the layer carries no effect number " + std::to_string(number));
 }
 
-SessionAct choose(const FileValue &value) {
+SessionAct choose(const JsonValue &value) {
     value.only({"layer", "number"});
     const LayerName name = read_layer_name(value["layer"]);
     const auto given = value.find("number");
@@ -87,7 +87,7 @@ void enter(SessionPlayer &player, const Edit &edit) {
     });
 }
 
-SessionAct set(const FileValue &value) {
+SessionAct set(const JsonValue &value) {
     std::vector<Edit> edits;
     for (const auto &[name, member] : value.members()) {
         edits.push_back({member.where(), name, member.typed()});
@@ -118,36 +118,36 @@ void click_box(SessionPlayer &player, const Edit &edit) {
     enter(player, edit);
 }
 
-SessionAct tick(const FileValue &value) {
+SessionAct tick(const JsonValue &value) {
     const Edit edit{value.where(), value.string(), "on"};
     return [=](SessionPlayer &player) { click_box(player, edit); };
 }
 
-SessionAct untick(const FileValue &value) {
+SessionAct untick(const JsonValue &value) {
     const Edit edit{value.where(), value.string(), "off"};
     return [=](SessionPlayer &player) { click_box(player, edit); };
 }
 
-SessionAct reset(const FileValue &) {
+SessionAct reset(const JsonValue &) {
     return [](SessionPlayer &player) {
         player.effect();
         player.answered(player.desk().reset());
     };
 }
 
-SessionAct undo(const FileValue &) {
+SessionAct undo(const JsonValue &) {
     return [](SessionPlayer &player) {
         if (!player.desk().undo()) throw SessionError("there is nothing to undo");
     };
 }
 
-SessionAct redo(const FileValue &) {
+SessionAct redo(const JsonValue &) {
     return [](SessionPlayer &player) {
         if (!player.desk().redo()) throw SessionError("there is nothing to redo");
     };
 }
 
-SessionAct panel(const FileValue &value) {
+SessionAct panel(const JsonValue &value) {
     const std::string state = value.string();
     if (state != "shown" && state != "hidden") value.fail("must be \"shown\" or \"hidden\"");
     return [shown = state == "shown"](SessionPlayer &player) {
