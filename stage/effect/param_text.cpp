@@ -198,7 +198,7 @@ ParamValue ParamCatalog::parse(int index, std::string_view text, int width, int 
             return parse_color(info, text);
         case PF_Param_LAYER:
             throw std::runtime_error(quoted(info.path) +
-                                     " is a layer: give its picture with --original");
+                                     " is a layer, which only a project can name");
         default:
             throw std::runtime_error(quoted(info.path) + " has no value to set");
     }

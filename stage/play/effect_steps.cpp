@@ -6,6 +6,7 @@
 
 #include "hostapi/constants.h"
 #include "stage/desk/panel/panel_model.h"
+#include "stage/desk/panel/typed_value.h"
 #include "stage/play/session_steps.h"
 
 namespace stage {
@@ -63,26 +64,11 @@ void require_reachable(SessionPlayer &player, int index) {
     if (entry->disabled) throw SessionError("it is greyed in the panel");
 }
 
-ParamValue layer_value(SessionPlayer &player, const Edit &edit) {
-    ParamValue value;
-    if (edit.text != "none") value.layer = player.layer({edit.where, edit.text, 0});
-    return value;
-}
-
-ParamValue entered_value(SessionPlayer &player, int index, const Edit &edit) {
-    const ParamCatalog &catalog = player.session().plugin.catalog;
-    if (catalog.at(index).def.param_type == PF_Param_LAYER) return layer_value(player, edit);
-    const Project &project = player.session().host.project;
-    const Layer &layer = *project.layer(player.effect().layer);
-    const Item *source = layer.source != 0 ? project.item(layer.source) : &player.comp();
-    return catalog.parse(index, edit.text, source->width, source->height);
-}
-
 void enter(SessionPlayer &player, const Edit &edit) {
     at(edit.where, [&] {
         const int index = player.session().plugin.catalog.find(edit.name);
         require_reachable(player, index);
-        const ParamValue value = entered_value(player, index, edit);
+        const ParamValue value = typed_value(player.session(), player.effect(), index, edit.text);
         player.answered(player.desk().set_value(index, value));
     });
 }

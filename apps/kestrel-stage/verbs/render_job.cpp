@@ -10,6 +10,7 @@
 #include "kestrel-stage/verbs/job_text.h"
 #include "kestrel-stage/verbs/plugin_choice.h"
 #include "kestrel-stage/verbs/progress.h"
+#include "stage/desk/panel/typed_value.h"
 #include "stage/image/codecs/picture_io.h"
 #include "stage/image/frame_pattern.h"
 #include "stage/image/frame_range.h"
@@ -132,26 +133,6 @@ Scene load_scene(Session &session, const RenderJob &job) {
     return scene;
 }
 
-void apply_settings(Session &session, Scene &scene, const std::vector<std::string> &settings) {
-    const ParamCatalog &catalog = session.plugin.catalog;
-    const Layer *layer = session.host.project.layer(scene.instance->layer);
-    const Item *source = session.host.project.item(layer->source);
-    for (const std::string &setting : settings) {
-        const std::size_t equals = setting.find('=');
-        if (equals == std::string::npos) {
-            throw std::runtime_error("\"" + setting + "\" is wrong: --set takes NAME=VALUE");
-        }
-        const int index = catalog.find(setting.substr(0, equals));
-        const ParamValue value =
-            catalog.parse(index, setting.substr(equals + 1), source->width, source->height);
-        const PF_Err error = session.set_value(*scene.instance, index, value);
-        if (error != 0) {
-            throw std::runtime_error("setting \"" + catalog.at(index).path +
-                                     "\" failed with error " + std::to_string(error));
-        }
-    }
-}
-
 FrameRange range_of(const RenderJob &job, const Scene &scene) {
     const int first = static_cast<int>(scene.first_frame);
     const int last = static_cast<int>(scene.first_frame + scene.frames) - 1;
@@ -222,7 +203,7 @@ int run_render(const RenderJob &job, bool trace) {
     }
     session.start();
     Scene scene = from_project ? load_scene(session, job) : build_scene(session, job, footage);
-    apply_settings(session, scene, job.settings);
+    for (const std::string &setting : job.settings) assign(session, *scene.instance, setting);
     const FrameRange range = range_of(job, scene);
     check_output(job, range);
     {
