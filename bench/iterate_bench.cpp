@@ -7,8 +7,8 @@
 #include "bench_pixels.h"
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
-#include "stage/host.h"
-#include "stage/utility_callbacks.h"
+#include "stage/services/suites/serving_host.h"
+#include "stage/services/utility_callbacks.h"
 
 namespace {
 
@@ -56,7 +56,7 @@ struct Scene {
         return chosen;
     }
 
-    stage::Host host;
+    stage::ServingHost host;
     stage::World *in;
     stage::World *out;
 };

@@ -6,8 +6,8 @@
 #include <filesystem>
 #include <random>
 
-#include "stage/image/charts.h"
-#include "stage/image/picture_io.h"
+#include "stage/image/charts/charts.h"
+#include "stage/image/codecs/picture_io.h"
 
 namespace ks_bench {
 namespace {

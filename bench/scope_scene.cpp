@@ -9,7 +9,7 @@
 #include "geometry/scope_panel.h"
 #include "scope_pictures.h"
 #include "scopes/merge/merger.h"
-#include "stage/schedule.h"
+#include "stage/host/schedule.h"
 
 namespace ks_bench {
 namespace {

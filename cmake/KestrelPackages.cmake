@@ -6,8 +6,13 @@
 #   ks_imgui                   Dear ImGui and SDL, the interactive window (native only)
 #   ks_xtest                   Xlib and XTest, for the window's tests (native only)
 #   OpenImageIO::OpenImageIO   picture files and video (native only)
+#   PkgConfig::LIBAV           video files (native only)
 #   ks_cairo                   cairo, paints overlays (native only)
+#   ks_dynamic_loading         libraries opened at run time
 find_package(Threads REQUIRED)
+
+add_library(ks_dynamic_loading INTERFACE)
+target_link_libraries(ks_dynamic_loading INTERFACE ${CMAKE_DL_LIBS})
 
 # Stops with the command that helps when PATH, a part of the Debian package PACKAGE, is not there.
 function(ks_require path package)
@@ -72,6 +77,10 @@ else()
     "${KS_OIIO_LIBRARY}" "${KS_OIIO_UTIL_LIBRARY}" Threads::Threads)
   target_include_directories(ks_oiio SYSTEM INTERFACE "${KS_OIIO_INCLUDE}")
   add_library(OpenImageIO::OpenImageIO ALIAS ks_oiio)
+
+  # Video directly by libav: OpenImageIO's reader repeats a frame where the file is cut off.
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(LIBAV REQUIRED IMPORTED_TARGET GLOBAL libavformat libavcodec libswscale libavutil)
 
   find_path(KS_CAIRO_INCLUDE cairo.h PATH_SUFFIXES cairo REQUIRED)
   find_library(KS_CAIRO_LIBRARY cairo REQUIRED)

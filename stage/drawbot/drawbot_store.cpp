@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "stage/strict.h"
+#include "stage/ledger/strict.h"
 
 namespace stage {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "hostapi/constants.h"
 #include "stage/drawbot/overlay_painter.h"
-#include "stage/suites/utf16.h"
+#include "stage/text/utf16.h"
 
 namespace stage {
 namespace {

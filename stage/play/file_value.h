@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "stage/play/line_index.h"
+#include "stage/text/line_index.h"
 
 namespace stage {
 

@@ -4,7 +4,7 @@
 #include <functional>
 #include <vector>
 
-#include "stage/host_options.h"
+#include "stage/host/host_options.h"
 #include "stage/play/file_value.h"
 
 namespace stage {

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "hostapi/constants.h"
-#include "stage/panel/panel_model.h"
+#include "stage/desk/panel/panel_model.h"
 #include "stage/play/session_steps.h"
-#include "stage/project/hex.h"
+#include "stage/text/hex.h"
 
 namespace stage {
 namespace {
@@ -46,7 +46,7 @@ WantedValue read_wanted(const std::string &name, const FileValue &member) {
 }
 
 std::string layer_name(SessionPlayer &player, LayerId id) {
-    const Layer *layer = player.session().host.project.layer(id);
+    const Layer *layer = player.session().project().layer(id);
     return layer != nullptr ? layer->name : "none";
 }
 

@@ -8,7 +8,7 @@
 
 #include "stage/play/option_fields.h"
 #include "stage/play/session_steps.h"
-#include "stage/project/utf8_path.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage {
 namespace {

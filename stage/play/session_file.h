@@ -1,5 +1,5 @@
-// Session files: what a user does, written down to be played again. docs/session-files.md describes
-// them.
+// Session files: what a user does, written down to be played again. docs/stage/session-files.md
+// describes them.
 #pragma once
 
 #include <filesystem>
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/host_options.h"
+#include "stage/host/host_options.h"
 #include "stage/play/file_value.h"
 
 namespace stage {

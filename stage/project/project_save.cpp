@@ -2,10 +2,10 @@
 #include <nlohmann/json.hpp>
 
 #include "stage/image/replacement_file.h"
-#include "stage/project/hex.h"
 #include "stage/project/kind_names.h"
 #include "stage/project/project_file.h"
-#include "stage/project/utf8_path.h"
+#include "stage/text/hex.h"
+#include "stage/text/utf8_path.h"
 
 namespace stage {
 namespace {

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "stage/script/script_run.h"
 #include "stage/script/script_text.h"
-#include "stage/script/session.h"
 
 namespace stage {
 namespace {
@@ -25,7 +25,7 @@ constexpr int kPositionObject = 3;
 
 /// Ends a script that has run for too long.
 void check_time(duk_context *engine) {
-    if (session_of(engine).late()) raise(engine, "the script takes too long");
+    if (run_of(engine).late()) raise(engine, "the script takes too long");
 }
 
 /// The id behind `this`, which must be an object of `kind`.
@@ -43,13 +43,13 @@ int this_id(duk_context *engine, int kind) {
 }
 
 Item &this_comp(duk_context *engine) {
-    Item *comp = session_of(engine).project.comp(this_id(engine, kCompObject));
+    Item *comp = run_of(engine).project.comp(this_id(engine, kCompObject));
     if (comp == nullptr) raise(engine, "the composition is gone");
     return *comp;
 }
 
 Layer &this_layer(duk_context *engine, int kind) {
-    Layer *layer = session_of(engine).project.layer(this_id(engine, kind));
+    Layer *layer = run_of(engine).project.layer(this_id(engine, kind));
     if (layer == nullptr) raise(engine, "the layer is gone");
     return *layer;
 }
@@ -73,7 +73,7 @@ void push_text(duk_context *engine, const std::string &text) {
 
 duk_ret_t get_active_item(duk_context *engine) {
     check_time(engine);
-    const Project &project = session_of(engine).project;
+    const Project &project = run_of(engine).project;
     if (project.comp(project.active_comp) == nullptr) {
         duk_push_null(engine);
     } else {
@@ -144,7 +144,7 @@ duk_ret_t get_layer_name(duk_context *engine) {
 
 duk_ret_t get_layer_index(duk_context *engine) {
     const Layer &layer = this_layer(engine, kLayerObject);
-    duk_push_int(engine, session_of(engine).project.index_of(layer.id) + 1);
+    duk_push_int(engine, run_of(engine).project.index_of(layer.id) + 1);
     return 1;
 }
 
@@ -167,11 +167,11 @@ duk_ret_t get_expression(duk_context *engine) {
 }
 
 /// Plain C++: false when memory is short.
-bool store_expression(ScriptSession &session, Layer &layer, std::string_view text) noexcept {
+bool store_expression(ScriptRun &run, Layer &layer, std::string_view text) noexcept {
     try {
         std::string expression = utf8_from_engine(text);
-        if (!session.changed && session.options.before_change) session.options.before_change();
-        session.changed = true;
+        if (!run.changed && run.options.before_change) run.options.before_change();
+        run.changed = true;
         layer.position_expression = std::move(expression);
         return true;
     } catch (...) {
@@ -183,9 +183,9 @@ duk_ret_t set_expression(duk_context *engine) {
     Layer &layer = layer_of_position(engine);
     duk_size_t length = 0;
     const char *text = duk_to_lstring(engine, 0, &length);
-    ScriptSession &session = session_of(engine);
-    if (session.options.read_only) raise(engine, "the project cannot be changed");
-    if (!store_expression(session, layer, {text, length})) raise(engine, "out of memory");
+    ScriptRun &run = run_of(engine);
+    if (run.options.read_only) raise(engine, "the project cannot be changed");
+    if (!store_expression(run, layer, {text, length})) raise(engine, "out of memory");
     return 0;
 }
 
@@ -243,10 +243,10 @@ void begin_type(duk_context *engine, const char *type) {
 
 }  // namespace
 
-ScriptSession &session_of(duk_context *engine) {
+ScriptRun &run_of(duk_context *engine) {
     duk_memory_functions functions;
     duk_get_memory_functions(engine, &functions);
-    return *static_cast<ScriptSession *>(functions.udata);
+    return *static_cast<ScriptRun *>(functions.udata);
 }
 
 void define_project_objects(duk_context *engine) {

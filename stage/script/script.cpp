@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include "stage/script/script_run.h"
 #include "stage/script/script_text.h"
-#include "stage/script/session.h"
 
 namespace stage {
 namespace {
@@ -56,26 +56,26 @@ std::string text_on_top(duk_context *engine) {
     return text == nullptr ? std::string() : utf8_from_engine({text, length});
 }
 
-std::string limit_text(const ScriptSession &session) {
-    if (session.out_of_time) {
-        return "the script was ended after " + std::to_string(session.options.time_limit.count()) +
+std::string limit_text(const ScriptRun &run) {
+    if (run.out_of_time) {
+        return "the script was ended after " + std::to_string(run.options.time_limit.count()) +
                " ms";
     }
-    return "the script needs more than " + std::to_string(session.options.memory_limit) + " bytes";
+    return "the script needs more than " + std::to_string(run.options.memory_limit) + " bytes";
 }
 
 }  // namespace
 
 ScriptResult run_script(Project &project, const std::string &source, const ScriptOptions &options) {
-    ScriptSession session{project, options, std::chrono::steady_clock::now() + options.time_limit};
+    ScriptRun run{project, options, std::chrono::steady_clock::now() + options.time_limit};
     const std::unique_ptr<duk_context, HeapDeleter> engine(
-        duk_create_heap(script_allocate, script_reallocate, script_free, &session, fatal));
-    if (!engine) return {false, "", limit_text(session)};
+        duk_create_heap(script_allocate, script_reallocate, script_free, &run, fatal));
+    if (!engine) return {false, "", limit_text(run)};
     Source text{source.data(), source.size()};
     if (duk_safe_call(engine.get(), evaluate, &text, 0, 1) == DUK_EXEC_SUCCESS) {
         return {true, text_on_top(engine.get()), ""};
     }
-    if (session.out_of_time || session.out_of_memory) return {false, "", limit_text(session)};
+    if (run.out_of_time || run.out_of_memory) return {false, "", limit_text(run)};
     duk_safe_call(engine.get(), describe, nullptr, 1, 1);
     return {false, "", text_on_top(engine.get())};
 }

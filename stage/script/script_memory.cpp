@@ -1,7 +1,7 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "stage/script/session.h"
+#include "stage/script/script_run.h"
 
 namespace stage {
 namespace {
@@ -19,12 +19,12 @@ std::size_t size_of(const void *block) {
     return size;
 }
 
-/// Whether the session may hold `wanted` more bytes now.
-bool permitted(ScriptSession &session, std::size_t wanted) {
-    if (session.out_of_time) return false;
-    if (++session.allocations % kClockStride == 0 && session.late()) return false;
-    if (wanted > session.options.memory_limit - session.used) {
-        session.out_of_memory = true;
+/// Whether the run may hold `wanted` more bytes now.
+bool permitted(ScriptRun &run, std::size_t wanted) {
+    if (run.out_of_time) return false;
+    if (++run.allocations % kClockStride == 0 && run.late()) return false;
+    if (wanted > run.options.memory_limit - run.used) {
+        run.out_of_memory = true;
         return false;
     }
     return true;
@@ -37,17 +37,17 @@ void *with_header(void *raw, std::size_t size) {
 
 }  // namespace
 
-bool ScriptSession::late() {
+bool ScriptRun::late() {
     out_of_time = out_of_time || std::chrono::steady_clock::now() >= deadline;
     return out_of_time;
 }
 
 void *script_allocate(void *user, std::size_t size) {
-    auto &session = *static_cast<ScriptSession *>(user);
-    if (size == 0 || !permitted(session, size)) return nullptr;
+    auto &run = *static_cast<ScriptRun *>(user);
+    if (size == 0 || !permitted(run, size)) return nullptr;
     void *raw = std::malloc(size + kHeader);
     if (raw == nullptr) return nullptr;
-    session.used += size;
+    run.used += size;
     return with_header(raw, size);
 }
 
@@ -57,18 +57,18 @@ void *script_reallocate(void *user, void *block, std::size_t size) {
         script_free(user, block);
         return nullptr;
     }
-    auto &session = *static_cast<ScriptSession *>(user);
+    auto &run = *static_cast<ScriptRun *>(user);
     const std::size_t old = size_of(block);
-    if (size > old && !permitted(session, size - old)) return nullptr;
+    if (size > old && !permitted(run, size - old)) return nullptr;
     void *raw = std::realloc(static_cast<char *>(block) - kHeader, size + kHeader);
     if (raw == nullptr) return nullptr;
-    session.used = session.used - old + size;
+    run.used = run.used - old + size;
     return with_header(raw, size);
 }
 
 void script_free(void *user, void *block) {
     if (block == nullptr) return;
-    static_cast<ScriptSession *>(user)->used -= size_of(block);
+    static_cast<ScriptRun *>(user)->used -= size_of(block);
     std::free(static_cast<char *>(block) - kHeader);
 }
 

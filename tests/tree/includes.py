@@ -38,8 +38,8 @@ LIBRARY_OF = (
 SYSTEM = {
     "hostapi": (),
     "src": ("windows.h", "emmintrin.h"),  # SSE2 is part of every 64-bit x86
-    "stage": ("windows.h", "winver.h", "dlfcn.h", "unistd.h", "io.h"),
-    "apps": ("windows.h", "shellapi.h"),
+    "stage": ("windows.h", "winver.h", "dlfcn.h", "emmintrin.h"),
+    "apps": ("windows.h", "shellapi.h", "io.h", "unistd.h"),
 }
 
 

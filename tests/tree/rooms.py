@@ -5,7 +5,7 @@ import pathlib
 import re
 
 TABLE = "cmake/rooms.txt"
-LINE = re.compile(r"([a-z0-9/-]+) *:([^:]*):(.*)")
+LINE = re.compile(r"([a-z0-9/-]+) *(?:\[native\])? *:([^:]*):(.*)")
 
 
 @dataclasses.dataclass(frozen=True)

@@ -1,9 +1,9 @@
-#include "stage/suite_registry.h"
+#include "stage/host/suite_registry.h"
 
 #include <set>
 
 #include "hostapi/suite_names.h"
-#include "stage/host/rogue_session.h"
+#include "support/stage/rogue_session.h"
 
 namespace stage_test {
 namespace {

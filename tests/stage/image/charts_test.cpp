@@ -1,4 +1,4 @@
-#include "stage/image/charts.h"
+#include "stage/image/charts/charts.h"
 
 #include <gtest/gtest.h>
 

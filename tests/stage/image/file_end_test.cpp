@@ -1,9 +1,9 @@
-#include "stage/image/file_end.h"
+#include "stage/image/codecs/file_end.h"
 
 #include <gtest/gtest.h>
 
-#include "stage/image/charts.h"
-#include "stage/image/picture_io.h"
+#include "stage/image/charts/charts.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/scratch.h"
 
 namespace stage::test {

@@ -1,4 +1,4 @@
-#include "stage/image/netpbm.h"
+#include "stage/image/codecs/netpbm.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 
 #include <array>
 
-#include "stage/image/charts.h"
-#include "stage/image/picture_io.h"
+#include "stage/image/charts/charts.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/image/scratch.h"
 
 namespace stage::test {

@@ -1,11 +1,11 @@
 // What both builds promise: PNG, JPEG, HDR, PFM and PAM, stills and sequences.
-#include "stage/image/picture_io.h"
+#include "stage/image/codecs/picture_io.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "stage/image/charts.h"
+#include "stage/image/charts/charts.h"
 #include "stage/image/frame_pattern.h"
 #include "stage/image/scratch.h"
 

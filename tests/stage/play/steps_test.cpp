@@ -1,7 +1,7 @@
 // What each step does, and what cannot be done.
 #include <fstream>
 
-#include "stage/image/picture_io.h"
+#include "stage/image/codecs/picture_io.h"
 #include "stage/play/player_fixture.h"
 
 namespace ks::play {

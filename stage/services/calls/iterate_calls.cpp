@@ -1,0 +1,74 @@
+#include "stage/services/calls/iterate_calls.h"
+
+#include "stage/host/schedule.h"
+#include "stage/services/calls/call_support.h"
+
+namespace stage::calls {
+namespace {
+
+template <class Pixel>
+constexpr Depth kDepthOf = Depth::U8;
+template <>
+constexpr Depth kDepthOf<PF_Pixel16> = Depth::U16;
+template <>
+constexpr Depth kDepthOf<PF_PixelFloat> = Depth::Float;
+
+}  // namespace
+
+template <class Pixel>
+PF_Err iterate(const char *name, const PF_EffectWorld *src, const PF_LRect *area, void *refcon,
+               PixelFunction<Pixel> function, const PF_EffectWorld *dst) noexcept {
+    const PF_EffectWorld *source = src == nullptr ? dst : src;
+    return code_call(
+        name,
+        [&](HostCall &call) {
+            call.arguments(describe_world(src) + " to " + describe_world(dst) + " " +
+                           describe_rect(area));
+        },
+        [&](HostCall &call) -> PF_Err {
+            PixelView from, to;
+            if (!views_of(call, source, dst, from, to) || to.depth != kDepthOf<Pixel> ||
+                function == nullptr) {
+                return PF_Err_BAD_CALLBACK_PARAM;
+            }
+            const Box overlap = intersect(bounds(from), bounds(to));
+            const Box box = area == nullptr ? overlap : intersect(overlap, box_of(area, to));
+            if (box.empty()) return PF_Err_NONE;
+            const auto row = [&](int, std::int64_t i) -> PF_Err {
+                const auto y = static_cast<int>(box.top + i);
+                Pixel *in = from.row<Pixel>(y), *out = to.row<Pixel>(y);
+                const auto left = static_cast<A_long>(box.left);
+                const auto right = static_cast<A_long>(box.right);
+                for (A_long x = left; x < right; ++x) {
+                    if (const PF_Err error = function(refcon, x, y, in + x, out + x)) return error;
+                }
+                return PF_Err_NONE;
+            };
+            return run_scheduled(call.host().options.schedule, box.height(), row);
+        });
+}
+
+template PF_Err iterate(const char *, const PF_EffectWorld *, const PF_LRect *, void *,
+                        PixelFunction<PF_Pixel>, const PF_EffectWorld *) noexcept;
+template PF_Err iterate(const char *, const PF_EffectWorld *, const PF_LRect *, void *,
+                        PixelFunction<PF_Pixel16>, const PF_EffectWorld *) noexcept;
+template PF_Err iterate(const char *, const PF_EffectWorld *, const PF_LRect *, void *,
+                        PixelFunction<PF_PixelFloat>, const PF_EffectWorld *) noexcept;
+
+A_Err iterate_generic(const char *name, A_long iterations, void *refcon,
+                      GenericFunction function) noexcept {
+    return code_call(
+        name, [&](HostCall &call) { call.arguments(std::to_string(iterations)); },
+        [&](HostCall &call) -> A_Err {
+            const Schedule &schedule = call.host().options.schedule;
+            const A_long count = iterations == PF_Iterations_ONCE_PER_PROCESSOR
+                                     ? reported_threads(schedule)
+                                     : iterations;
+            if (count < 0 || function == nullptr) return A_Err_PARAMETER;
+            return run_scheduled(schedule, count, [&](int thread, std::int64_t i) {
+                return function(refcon, thread, static_cast<A_long>(i), count);
+            });
+        });
+}
+
+}  // namespace stage::calls
