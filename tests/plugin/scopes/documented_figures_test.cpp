@@ -13,6 +13,7 @@
 #include "scopes/context/context_setup.h"
 #include "scopes/sampling/sample_plan.h"
 #include "scopes/traces/histogram_bars.h"
+#include "support/paths.h"
 
 namespace ks {
 namespace {
@@ -97,7 +98,7 @@ TEST(DocumentedFigures, memory_of_the_counters) {
           IntSize{16384, 16384}, IntSize{30000, 30000}}) {
         table += memory_row(picture);
     }
-    std::ifstream stream(KS_SOURCE_DIR "/docs/develop/performance.md");
+    std::ifstream stream(paths::source() + "/docs/develop/performance.md");
     const std::string page{std::istreambuf_iterator<char>(stream), {}};
     EXPECT_NE(page.find("\n" + table + "\n"), std::string::npos) << "the page does not say\n"
                                                                  << table;

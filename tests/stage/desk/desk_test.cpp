@@ -6,6 +6,7 @@
 
 #include "hostapi/constants.h"
 #include "stage/effect/effect_instance.h"
+#include "support/paths.h"
 
 namespace stage_test {
 namespace {
@@ -146,7 +147,7 @@ struct KeepingHost : DeskTest {
 TEST_F(KeepingHost, an_effect_whose_record_was_lost_can_be_removed_deleted_and_saved) {
     set_the_scene();
     desk.reset();
-    const auto file = std::filesystem::path(KS_BUILD_DIR) / "desk_lost.json";
+    const auto file = std::filesystem::path(paths::build()) / "desk_lost.json";
     desk.save(file);
     std::filesystem::remove(file);
     desk.remove_effect();
@@ -187,7 +188,7 @@ TEST_F(DeskTest, saving_and_loading_keeps_order_and_values) {
     set_the_scene();
     set("Show Histogram", 1);
     set("Monitor Gain", 3);
-    const auto file = std::filesystem::path(KS_BUILD_DIR) / "desk_test.json";
+    const auto file = std::filesystem::path(paths::build()) / "desk_test.json";
     desk.save(file);
     set("Show Histogram", 0);
     desk.load(file);
@@ -201,7 +202,7 @@ TEST_F(DeskTest, saving_and_loading_keeps_order_and_values) {
 
 TEST_F(DeskTest, a_file_that_cannot_be_loaded_changes_nothing) {
     set_the_scene();
-    const auto file = std::filesystem::path(KS_BUILD_DIR) / "desk_bad.json";
+    const auto file = std::filesystem::path(paths::build()) / "desk_bad.json";
     std::ofstream(file) << "{";
     EXPECT_THROW(desk.load(file), std::exception);
     std::filesystem::remove(file);

@@ -9,6 +9,7 @@
 
 #include "stage/image/codecs/picture_io.h"
 #include "stage/image/scratch.h"
+#include "support/paths.h"
 #include "support/pictures/test_pictures.h"
 
 namespace stage::test {
@@ -19,7 +20,7 @@ namespace pictures = ks::test_support;
 class RealPictures : public ScratchTest {
   protected:
     static fs::path shared(const char *name) {
-        return fs::path(KS_SOURCE_DIR) / ".." / "shared" / "images" / name;
+        return fs::path(paths::source()) / ".." / "shared" / "images" / name;
     }
 
     // An OpenEXR file of red, green and blue, written by OpenImageIO itself: floats, or half floats

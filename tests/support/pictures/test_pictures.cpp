@@ -8,6 +8,7 @@
 #include <numbers>
 
 #include "stage/image/codecs/picture_io.h"
+#include "support/paths.h"
 
 namespace ks::test_support {
 namespace {
@@ -76,7 +77,7 @@ constexpr std::array<Spot, 6> kSpots{{{40, 40, 9, {true, true, true}, kNan},
 }  // namespace
 
 std::string photograph_file() {
-    return KS_SOURCE_DIR "/tests/support/pictures/photograph.png";
+    return paths::source() + "/tests/support/pictures/photograph.png";
 }
 
 Picture bright_rings() {
@@ -138,7 +139,7 @@ std::optional<Picture> picture_named(std::string_view name) {
     }
     const auto found = std::find_if(kPublic.begin(), kPublic.end(),
                                     [&](const Public &listed) { return listed.name == name; });
-    const fs::path file = fs::path(KS_SOURCE_DIR) / ".." / "shared" / "images" / found->file;
+    const fs::path file = fs::path(paths::source()) / ".." / "shared" / "images" / found->file;
     if (!fs::exists(file)) return std::nullopt;
     return stage::read_picture(file);
 }

@@ -11,6 +11,7 @@
 #include "stage/image/charts/charts.h"
 #include "stage/image/codecs/picture_io.h"
 #include "support/image_diff.h"
+#include "support/paths.h"
 #include "whole/support/scope_frame.h"
 
 namespace ks::flow {
@@ -92,7 +93,7 @@ ScopeFrame scope_of(const Golden &golden) {
 }
 
 std::filesystem::path picture_file(const Golden &golden) {
-    return std::filesystem::path(KS_SOURCE_DIR) / "tests" / "whole" / "golden" / "pictures" /
+    return std::filesystem::path(paths::source()) / "tests" / "whole" / "golden" / "pictures" /
            (std::string(golden.name) + ".png");
 }
 

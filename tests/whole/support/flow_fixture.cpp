@@ -8,6 +8,8 @@
 #include "stage/session/footage.h"
 #include "stage/session/scene.h"
 
+#include "support/paths.h"
+
 namespace ks::flow {
 namespace {
 
@@ -129,7 +131,7 @@ oracle::FixedPoint checked_out_point(double x, double y, const SceneOptions &sce
     return {to_fixed(x * (1.0 / scene.downsample_x)), to_fixed(y * (1.0 / scene.downsample_y))};
 }
 
-Flow::Flow(stage::HostOptions options) : session(KS_PLUGIN_FILE, options) {
+Flow::Flow(stage::HostOptions options) : session(paths::plugin(), options) {
     session.panel_shown = false;
     session.start();
 }

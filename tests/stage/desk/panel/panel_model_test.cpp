@@ -7,6 +7,7 @@
 
 #include "stage/project/undo.h"
 #include "stage/session/scene.h"
+#include "support/paths.h"
 #include "support/stage/rogue_session.h"
 
 namespace {
@@ -72,7 +73,7 @@ v Scopes
 
 class Panel : public testing::Test {
   protected:
-    explicit Panel(stage::HostOptions options = {}) : session(KS_PLUGIN_FILE, options) {
+    explicit Panel(stage::HostOptions options = {}) : session(paths::plugin(), options) {
         session.start();
         stage::SceneParts parts;
         parts.picture.width = 1920;

@@ -1,4 +1,4 @@
-// Geometry of a frame: scale factors, scope panel sizes, monitor layouts, wipe edge, slice line.
+// Monitor layouts: where the views, the wipe edge and the slice line of a frame go.
 //
 // All coordinates are pixels of the output world (already downsampled, origin at its top left
 // corner). Every truncation is toward zero and safe for NaN (0), infinities and huge values
@@ -9,45 +9,8 @@
 #include <cstdint>
 
 #include "geometry/int_rect.h"
-#include "model/scope_kind.h"
 
 namespace ks {
-
-/// `value` truncated toward zero, limited to +-2^30; NaN gives 0.
-int trunc_to_int(double value);
-
-/// A whole-pixel coordinate from the host's 16.16 form: arithmetic shift, so -0.5 becomes -1.
-constexpr int whole_pixels(std::int32_t fixed) {
-    return fixed >> 16;
-}
-
-/// A ratio of the host as it is used here.
-struct Ratio {
-    std::int32_t num = 1;
-    std::uint32_t den = 1;
-};
-
-/// What the frame's sizes are scaled by.
-struct FrameScale {
-    double pixel_aspect = 1.0;  ///< pixel width / height
-    double horizontal = 1.0;    ///< (1 / den_x) / pixel_aspect
-    std::uint32_t den_x = 1;    ///< downsampling denominators
-    std::uint32_t den_y = 1;
-};
-
-/// Only the denominators of the downsample ratios are used; their numerators are taken as 1.
-/// Denominators of 0, and pixel aspects that are not above 0, which only foreign hosts hand over,
-/// count as 1.
-FrameScale make_frame_scale(Ratio pixel_aspect, Ratio downsample_x, Ratio downsample_y);
-
-/// Height of a waveform-type trace area for a width of 1, by the "Waveform Scopes Aspect Ratio"
-/// choice: 1 (and any unlisted value) the output's own shape, 2 16:9, 3 4:3, 4 square. The ratio of
-/// the two denominators is formed in single precision, the rest in double.
-double scope_aspect(int choice, IntSize output, const FrameScale &scale);
-
-/// Size of a scope's panel from its size parameter `size` (pixels at full resolution), label strip
-/// included. May come out zero or negative at extreme downsampling.
-IntSize scope_panel_size(ScopeSizeRule rule, double size, double aspect, const FrameScale &scale);
 
 /// Monitor layout codes (the popup's values; 2 and 5 are separators).
 enum class MonitorLayout : std::int32_t {

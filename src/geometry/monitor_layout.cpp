@@ -1,65 +1,8 @@
-#include "geometry/layout.h"
+#include "geometry/monitor_layout.h"
+
+#include "geometry/frame_scale.h"
 
 namespace ks {
-namespace {
-
-constexpr double kLabelStrip = 18.0;         ///< pixels under every scope
-constexpr double kHistogramFootRoom = 24.0;  ///< additional pixels of the histogram
-constexpr double kHistogramPanelWidth = 272.0;
-
-}  // namespace
-
-int trunc_to_int(double value) {
-    constexpr double kLimit = 1073741824.0;
-    if (value >= kLimit) return 1 << 30;
-    if (value <= -kLimit) return -(1 << 30);
-    return value == value ? static_cast<int>(value) : 0;
-}
-
-FrameScale make_frame_scale(Ratio pixel_aspect, Ratio downsample_x, Ratio downsample_y) {
-    FrameScale scale;
-    if (pixel_aspect.num > 0 && pixel_aspect.den != 0) {
-        scale.pixel_aspect =
-            static_cast<double>(pixel_aspect.num) / static_cast<double>(pixel_aspect.den);
-    }
-    if (downsample_x.den != 0) scale.den_x = downsample_x.den;
-    if (downsample_y.den != 0) scale.den_y = downsample_y.den;
-    scale.horizontal = (1.0 / static_cast<double>(scale.den_x)) / scale.pixel_aspect;
-    return scale;
-}
-
-double scope_aspect(int choice, IntSize output, const FrameScale &scale) {
-    switch (choice) {
-        case 2:
-            return 0.5625;
-        case 3:
-            return 0.75;
-        case 4:
-            return 1.0;
-        default:
-            break;
-    }
-    if (output.width <= 0) return 1.0;
-    const float ratio = static_cast<float>(scale.den_x) / static_cast<float>(scale.den_y);
-    return static_cast<double>(output.height) /
-           (static_cast<double>(ratio) * static_cast<double>(output.width) * scale.pixel_aspect);
-}
-
-IntSize scope_panel_size(ScopeSizeRule rule, double size, double aspect, const FrameScale &scale) {
-    const auto height = [&scale](double pixels) {
-        return trunc_to_int(pixels / static_cast<double>(scale.den_y));
-    };
-    switch (rule) {
-        case ScopeSizeRule::kWidthTimesAspect:
-            return {trunc_to_int(size * scale.horizontal), height(aspect * size + kLabelStrip)};
-        case ScopeSizeRule::kSquare:
-            return {trunc_to_int(size * scale.horizontal), height(size + kLabelStrip)};
-        case ScopeSizeRule::kFixedWidth:
-            return {trunc_to_int(kHistogramPanelWidth * scale.horizontal),
-                    height(size + kLabelStrip + kHistogramFootRoom)};
-    }
-    return {};
-}
 
 Markers single_markers(IntSize output, double wipe, double slice) {
     Markers markers;
