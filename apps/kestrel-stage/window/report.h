@@ -23,7 +23,7 @@ struct ReportSources {
     int drawn_frames;
 };
 
-/// The report's text. docs/stage.md lists its fields.
+/// The report's text. docs/stage/manual.md lists its fields.
 std::string report_text(const ReportSources &sources);
 
 }  // namespace stage_view

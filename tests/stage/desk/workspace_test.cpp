@@ -6,6 +6,7 @@
 
 #include "hostapi/constants.h"
 #include "stage/effect/effect_instance.h"
+#include "support/paths.h"
 
 namespace stage_test {
 namespace {
@@ -146,7 +147,7 @@ struct KeepingHost : WorkspaceTest {
 TEST_F(KeepingHost, an_effect_whose_record_was_lost_can_be_removed_deleted_and_saved) {
     set_the_scene();
     desk.reset();
-    const auto file = std::filesystem::path(KS_BUILD_DIR) / "workspace_lost.json";
+    const auto file = std::filesystem::path(paths::build()) / "workspace_lost.json";
     desk.save(file);
     std::filesystem::remove(file);
     desk.remove_effect();
@@ -187,7 +188,7 @@ TEST_F(WorkspaceTest, saving_and_loading_keeps_order_and_values) {
     set_the_scene();
     set("Show Histogram", 1);
     set("Monitor Gain", 3);
-    const auto file = std::filesystem::path(KS_BUILD_DIR) / "workspace_test.json";
+    const auto file = std::filesystem::path(paths::build()) / "workspace_test.json";
     desk.save(file);
     set("Show Histogram", 0);
     desk.load(file);
@@ -201,7 +202,7 @@ TEST_F(WorkspaceTest, saving_and_loading_keeps_order_and_values) {
 
 TEST_F(WorkspaceTest, a_file_that_cannot_be_loaded_changes_nothing) {
     set_the_scene();
-    const auto file = std::filesystem::path(KS_BUILD_DIR) / "workspace_bad.json";
+    const auto file = std::filesystem::path(paths::build()) / "workspace_bad.json";
     std::ofstream(file) << "{";
     EXPECT_THROW(desk.load(file), std::exception);
     std::filesystem::remove(file);

@@ -8,6 +8,7 @@
 
 #include "stage/desk/viewer/comp_render.h"
 #include "stage/session/session.h"
+#include "support/paths.h"
 
 namespace stage_test {
 
@@ -50,7 +51,7 @@ inline void expect_same(const stage::ViewImage &is, const stage::ViewImage &shou
 struct CompScene {
     static constexpr int kWidth = 96, kHeight = 160;
 
-    explicit CompScene(stage::HostOptions options = {}) : session(KS_PLUGIN_FILE, options) {
+    explicit CompScene(stage::HostOptions options = {}) : session(paths::plugin(), options) {
         session.panel_shown = false;
         session.start();
         begin_comp();

@@ -1,4 +1,5 @@
 #include "support/stage/rogue_session.h"
+#include "support/paths.h"
 
 namespace stage_test {
 namespace {
@@ -31,7 +32,7 @@ stage::Picture test_picture(int width, int height, stage::Depth depth) {
 }
 
 RogueSession::RogueSession(const std::string &act, stage::HostOptions options)
-    : session(KS_ROGUE_FILE, options) {
+    : session(paths::rogue(), options) {
     session.panel_shown = false;
     choose(act);
 }

@@ -7,12 +7,13 @@
 #include <vector>
 
 #include "stage/desk/workspace.h"
+#include "support/paths.h"
 
 namespace stage_test {
 
 struct WorkspaceTest : testing::Test {
     explicit WorkspaceTest(const stage::HostOptions &options = {})
-        : session(KS_PLUGIN_FILE, options), desk((session.start(), session)) {}
+        : session(paths::plugin(), options), desk((session.start(), session)) {}
 
     /// A 640x360 chart with the effect on an adjustment layer above it.
     void set_the_scene() {

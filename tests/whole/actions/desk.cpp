@@ -7,6 +7,7 @@
 #include <cstdlib>
 
 #include "hostapi/constants.h"
+#include "support/paths.h"
 
 namespace actions {
 namespace {
@@ -50,7 +51,7 @@ std::string number_text(double number) {
 Desk::Desk(const Habits &own_habits, std::uint32_t seed)
     : habits(own_habits),
       dice(seed),
-      session(KS_PLUGIN_FILE, own_habits.options),
+      session(paths::plugin(), own_habits.options),
       project_file(own_file(seed)) {
     session.start();
     workspace.new_comp("comp", habits.comp_width, habits.comp_height, habits.par_num,

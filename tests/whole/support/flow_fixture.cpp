@@ -4,6 +4,8 @@
 #include <cmath>
 #include <limits>
 
+#include "support/paths.h"
+
 namespace ks::flow {
 namespace {
 
@@ -125,7 +127,7 @@ oracle::FixedPoint checked_out_point(double x, double y, const SceneOptions &sce
     return {to_fixed(x * (1.0 / scene.downsample_x)), to_fixed(y * (1.0 / scene.downsample_y))};
 }
 
-Flow::Flow(stage::HostOptions options) : session(KS_PLUGIN_FILE, options) {
+Flow::Flow(stage::HostOptions options) : session(paths::plugin(), options) {
     session.panel_shown = false;
     session.start();
 }

@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "stage/project/undo.h"
+#include "support/paths.h"
 #include "support/stage/rogue_session.h"
 
 namespace {
@@ -70,7 +71,7 @@ v Scopes
 
 class Panel : public testing::Test {
   protected:
-    explicit Panel(stage::HostOptions options = {}) : session(KS_PLUGIN_FILE, options) {
+    explicit Panel(stage::HostOptions options = {}) : session(paths::plugin(), options) {
         session.start();
         stage::Project &project = session.host.project;
         comp = project.add_comp("comp", 1920, 1080, 1, 1, 1);
