@@ -1,4 +1,4 @@
-// The Effect Controls panel as JSON, for programs. docs/user/command-line.md describes it.
+// The Effect Controls panel as JSON, for programs. docs/stage/manual.md describes it.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
