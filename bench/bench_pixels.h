@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "hostapi/effect_types.h"
-#include "render/gamma.h"
+#include "pixels/gamma.h"
+#include "pixels/views.h"
 #include "render/view_callbacks.h"
-#include "render/views.h"
 
 namespace ks_bench {
 

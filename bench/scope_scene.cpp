@@ -5,9 +5,9 @@
 #include <memory>
 #include <new>
 
-#include "render/layout.h"
+#include "geometry/layout.h"
 #include "scope_pictures.h"
-#include "scopes/sampling/merger.h"
+#include "scopes/merge/merger.h"
 #include "stage/host/schedule.h"
 
 namespace ks_bench {

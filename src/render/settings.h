@@ -4,11 +4,11 @@
 #include <array>
 #include <cstdint>
 
+#include "geometry/int_rect.h"
 #include "host/error_chain.h"
 #include "hostapi/in_out_data.h"
-#include "params/param_table.h"
-#include "render/world_view.h"
-#include "scopes/scope_kind.h"
+#include "model/param_table.h"
+#include "model/scope_kind.h"
 
 namespace ks {
 

@@ -5,7 +5,7 @@
 #include "host/suite_cache.h"
 #include "hostapi/constants.h"
 #include "ui/drawbot_path.h"
-#include "ui/handle_drawing.h"
+#include "ui/handles/handle_drawing.h"
 
 namespace ks {
 namespace {

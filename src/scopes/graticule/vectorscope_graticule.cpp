@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "render/views.h"
+#include "pixels/views.h"
+#include "scopes/context/vector_map.h"
 #include "scopes/graticule/vectorscope_targets.h"
-#include "scopes/sampling/vector_map.h"
 
 namespace ks {
 namespace {

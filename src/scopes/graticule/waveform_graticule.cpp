@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdio>
 
-#include "render/layout.h"
-#include "scopes/scope_kind.h"
+#include "geometry/layout.h"
+#include "model/scope_kind.h"
 
 namespace ks {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <emmintrin.h>
 
-#include "render/depth.h"
-#include "render/luma.h"
-#include "scopes/sample_context.h"
+#include "pixels/depth.h"
+#include "pixels/luma.h"
+#include "scopes/context/sample_context.h"
 
 namespace ks {
 

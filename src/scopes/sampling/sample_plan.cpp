@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <thread>
 
-#include "render/layout.h"
+#include "geometry/layout.h"
 #include "scopes/sampling/colour_cell.h"
 
 namespace ks {

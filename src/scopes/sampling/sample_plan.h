@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <vector>
 
+#include "scopes/context/vector_map.h"
 #include "scopes/sampling/arena.h"
 #include "scopes/sampling/column_slots.h"
 #include "scopes/sampling/value_classes.h"
-#include "scopes/sampling/vector_map.h"
 
 namespace ks {
 
