@@ -88,7 +88,7 @@ class Conversion {
         record.high_table = tables_.data() + ks::kLowCurveEntries;
         record.gain = 1.1f;
         record.pixel_format = format;
-        record.luminance_math = 1;
+        record.luma_math = ks::LumaMath::k601;
     }
 
     ks::ConversionRecord record{};

@@ -5,7 +5,8 @@
 #include <memory>
 #include <new>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
+#include "geometry/scope_panel.h"
 #include "scope_pictures.h"
 #include "scopes/merge/merger.h"
 #include "stage/host/schedule.h"

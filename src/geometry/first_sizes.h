@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "model/scope_kind.h"
 
 namespace ks {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "geometry/scope_panel.h"
+
 namespace ks {
 
 double label_scale(int layer_width, int output_width) {
@@ -16,7 +18,7 @@ LayoutUnits layout_units(double scale, const FrameScale &frame) {
     units.scale = scale;
     units.kx = 1.0 / (frame.den_x * frame.pixel_aspect);
     units.ky = 1.0 / frame.den_y;
-    units.label_band = trunc_to_int(scale * 18.0 * units.ky);
+    units.label_band = trunc_to_int(scale * kLabelStrip * units.ky);
     units.margin_v = trunc_to_int(scale * 8.0 * units.ky);
     units.margin_left = trunc_to_int(scale * 30.0 * units.kx);
     units.margin_right = trunc_to_int(scale * 8.0 * units.kx);

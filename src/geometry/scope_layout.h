@@ -1,7 +1,8 @@
 // Layout units of the scopes: the label scale, the margins and the label band. No host types.
 #pragma once
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
+#include "geometry/int_rect.h"
 
 namespace ks {
 
@@ -11,11 +12,12 @@ double label_scale(int layer_width, int output_width);
 
 /// Lengths in output pixels, truncated toward zero. At most a few hundred.
 struct LayoutUnits {
-    double scale = 1.0;    ///< label scale s
-    double kx = 1.0;       ///< output pixels per full-resolution square pixel, across
-    double ky = 1.0;       ///< and down
-    int label_band = 18;   ///< s * 18 * ky: the strip above every scope, and the traces' top
-    int margin_v = 8;      ///< s * 8 * ky
+    double scale = 1.0;  ///< label scale s
+    double kx = 1.0;     ///< output pixels per full-resolution square pixel, across
+    double ky = 1.0;     ///< and down
+    int label_band =
+        18;            ///< s * kLabelStrip * ky: the strip above every scope, and the traces' top
+    int margin_v = 8;  ///< s * 8 * ky
     int margin_left = 30;  ///< s * 30 * kx
     int margin_right = 8;  ///< s * 8 * kx
     int vector_inset = 8;  ///< ((s - 1) * 9 + 8) * kx

@@ -1,8 +1,8 @@
 // Host worlds and scales as the host-free types of the pixel routines: conversions, nothing else.
 #pragma once
 
+#include "geometry/frame_scale.h"
 #include "geometry/int_rect.h"
-#include "geometry/layout.h"
 #include "hostapi/constants.h"
 #include "hostapi/effect_types.h"
 #include "hostapi/in_out_data.h"

@@ -1,6 +1,6 @@
 #include "host/param_values.h"
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "host/scoped.h"
 #include "pixels/depth.h"
 

@@ -9,25 +9,36 @@ namespace {
 
 constexpr std::int32_t kStatic = kFlagCannotTimeVary | kFlagCannotInterpolate;
 constexpr std::int32_t kSwitch = kStatic | kFlagSupervise;
-constexpr bool kPercent = true;
 
-constexpr ParamRow group(Param index, std::int32_t id, int name) {
-    return {.index = index, .kind = ParamKind::group_start, .id = id, .name = string_at(name)};
+/// What every named row has: its permanent id, and the slot of its name in the string table.
+struct Label {
+    std::int32_t id;
+    int name;
+};
+
+constexpr ParamRow group(Param index, Label label) {
+    return {.index = index,
+            .kind = ParamKind::group_start,
+            .id = label.id,
+            .name = string_at(label.name)};
 }
 
 constexpr ParamRow end(Param index) {
     return {.index = index, .kind = ParamKind::group_end, .id = 0};
 }
 
-constexpr ParamRow popup(Param index, std::int32_t id, int name, int choices, int choice,
-                         std::int32_t flags = 0) {
+struct Choices {
+    int texts;   ///< slot of the string table
+    int chosen;  ///< 1-based
+};
+constexpr ParamRow popup(Param index, Label label, Choices choices, std::int32_t flags = 0) {
     return {.index = index,
             .kind = ParamKind::popup,
-            .id = id,
-            .name = string_at(name),
+            .id = label.id,
+            .name = string_at(label.name),
             .flags = flags,
-            .choices = string_at(choices),
-            .default_value = static_cast<double>(choice)};
+            .choices = string_at(choices.texts),
+            .default_value = static_cast<double>(choices.chosen)};
 }
 
 constexpr ParamRow checkbox(Param index, std::int32_t id, const char *name, bool on,
@@ -41,33 +52,38 @@ constexpr ParamRow checkbox(Param index, std::int32_t id, const char *name, bool
             .default_value = on ? 1.0 : 0.0};
 }
 
-constexpr ParamRow point(Param index, std::int32_t id, int name, std::int32_t x, std::int32_t y,
-                         std::int32_t flags) {
+struct Place {
+    std::int32_t x, y;
+};
+constexpr ParamRow point(Param index, Label label, Place place, std::int32_t flags) {
     return {.index = index,
             .kind = ParamKind::point,
-            .id = id,
-            .name = string_at(name),
+            .id = label.id,
+            .name = string_at(label.name),
             .flags = flags,
-            .x_default = x,
-            .y_default = y};
+            .x_default = place.x,
+            .y_default = place.y};
 }
 
 struct Range {
     double min, max;
 };
-
-constexpr ParamRow slider(Param index, std::int32_t id, int name, double value, Range range,
-                          std::int32_t precision, bool percent = false, std::int32_t flags = 0) {
+struct Look {
+    std::int32_t precision;
+    bool percent = false;
+};
+constexpr ParamRow slider(Param index, Label label, double value, Range range, Look look,
+                          std::int32_t flags = 0) {
     return {.index = index,
             .kind = ParamKind::float_slider,
-            .id = id,
-            .name = string_at(name),
+            .id = label.id,
+            .name = string_at(label.name),
             .flags = flags,
             .default_value = value,
             .min = range.min,
             .max = range.max,
-            .precision = precision,
-            .percent = percent};
+            .precision = look.precision,
+            .percent = look.percent};
 }
 
 // Left edge of the four left-hand scopes: 0.78125 % of the width, 15 pixels of 1920.
@@ -75,6 +91,8 @@ constexpr std::int32_t kLeft = 0x0000C800;
 constexpr Range kBrightness{50.0, 150.0};
 constexpr Range kWidth{200.0, 1000.0};
 constexpr Range kWhole{0.0, 100.0};
+constexpr Look kPercent{.precision = 1, .percent = true};
+constexpr Look kWholePercent{.precision = 0, .percent = true};
 
 }  // namespace
 
@@ -82,78 +100,86 @@ constexpr Range kWhole{0.0, 100.0};
 // "RESET" is hidden and on: switching it on once more is what triggers a reset.
 constexpr std::array<ParamRow, kParamCount> kParamTable{{
     {.index = kParamInput, .kind = ParamKind::layer, .id = 0},
-    group(kParamMonitorGroup, 1, 3),
-    popup(kParamMonitorLayout, 2, 4, 5, 4, kStatic),
-    group(kParamPrimaryMonitorGroup, 3, 6),
-    point(kParamMonitorPosition, 4, 7, 0, 0, 0),
-    slider(kParamMonitorSize, 5, 8, 50.0, {10.0, 100.0}, 1, kPercent, kFlagCollapseTwirly),
-    popup(kParamPrimaryMonitorView, 6, 9, 10, 1, kStatic),
-    slider(kParamMonitorGamma, 7, 11, 1.0, {0.1, 5.0}, 2),
-    slider(kParamMonitorGain, 8, 12, 1.0, {0.0, 4.0}, 2),
-    popup(kParamApplyCorrections, 9, 13, 14, 1),
+    group(kParamMonitorGroup, {.id = 1, .name = 3}),
+    popup(kParamMonitorLayout, {.id = 2, .name = 4}, {.texts = 5, .chosen = 4}, kStatic),
+    group(kParamPrimaryMonitorGroup, {.id = 3, .name = 6}),
+    point(kParamMonitorPosition, {.id = 4, .name = 7}, {.x = 0, .y = 0}, 0),
+    slider(kParamMonitorSize, {.id = 5, .name = 8}, 50.0, {10.0, 100.0}, kPercent,
+           kFlagCollapseTwirly),
+    popup(kParamPrimaryMonitorView, {.id = 6, .name = 9}, {.texts = 10, .chosen = 1}, kStatic),
+    slider(kParamMonitorGamma, {.id = 7, .name = 11}, 1.0, {0.1, 5.0}, {.precision = 2}),
+    slider(kParamMonitorGain, {.id = 8, .name = 12}, 1.0, {0.0, 4.0}, {.precision = 2}),
+    popup(kParamApplyCorrections, {.id = 9, .name = 13}, {.texts = 14, .chosen = 1}),
     {.index = kParamOriginalSource,
      .kind = ParamKind::layer,
      .id = 10,
      .name = string_at(15),
      .flags = kFlagSupervise,
      .ui_flags = kUiSeparator},
-    slider(kParamCompareWithOriginal, 11, 16, 0.0, kWhole, 1, kPercent, kFlagCollapseTwirly),
-    slider(kParamCompareOpacity, 12, 17, 100.0, kWhole, 1, kPercent, kFlagCollapseTwirly),
+    slider(kParamCompareWithOriginal, {.id = 11, .name = 16}, 0.0, kWhole, kPercent,
+           kFlagCollapseTwirly),
+    slider(kParamCompareOpacity, {.id = 12, .name = 17}, 100.0, kWhole, kPercent,
+           kFlagCollapseTwirly),
     end(kParamPrimaryMonitorEnd),
-    group(kParamChannelsGroup, 13, 18),
-    popup(kParamViewChannels, 14, 19, 20, 1, kStatic),
+    group(kParamChannelsGroup, {.id = 13, .name = 18}),
+    popup(kParamViewChannels, {.id = 14, .name = 19}, {.texts = 20, .chosen = 1}, kStatic),
     end(kParamChannelsEnd),
     end(kParamMonitorEnd),
-    group(kParamScopesGroup, 15, 21),
+    group(kParamScopesGroup, {.id = 15, .name = 21}),
     checkbox(kParamShowWaveformMonitor, 16, string_at(22), true, kSwitch),
     checkbox(kParamShowVectorscope, 17, string_at(23), true, kSwitch),
     checkbox(kParamShowChannelParade, 18, string_at(24), true, kSwitch),
     checkbox(kParamShowSliceWaveform, 19, string_at(25), false, kSwitch),
     checkbox(kParamShowHistogram, 20, string_at(26), false, kSwitch),
     checkbox(kParamMuteActiveScopes, 58, "REN", false, kStatic, string_at(27)),
-    group(kParamWaveformGroup, 21, 28),
-    popup(kParamWaveformShowChannels, 22, 49, 50, 3),
-    point(kParamWaveformPosition, 23, 29, kLeft, 0x0001638E, kFlagSupervise),
-    slider(kParamWaveformWidth, 24, 30, 200.0, kWidth, 1),
-    slider(kParamWaveformBrightness, 25, 31, 100.0, kBrightness, 1, kPercent),
+    group(kParamWaveformGroup, {.id = 21, .name = 28}),
+    popup(kParamWaveformShowChannels, {.id = 22, .name = 49}, {.texts = 50, .chosen = 3}),
+    point(kParamWaveformPosition, {.id = 23, .name = 29}, {.x = kLeft, .y = 0x0001638E},
+          kFlagSupervise),
+    slider(kParamWaveformWidth, {.id = 24, .name = 30}, 200.0, kWidth, {.precision = 1}),
+    slider(kParamWaveformBrightness, {.id = 25, .name = 31}, 100.0, kBrightness, kPercent),
     end(kParamWaveformEnd),
-    group(kParamVectorscopeGroup, 26, 32),
-    popup(kParamVectorscopeGraticule, 27, 33, 34, 1),
+    group(kParamVectorscopeGroup, {.id = 26, .name = 32}),
+    popup(kParamVectorscopeGraticule, {.id = 27, .name = 33}, {.texts = 34, .chosen = 1}),
     checkbox(kParamVectorscopeMonochrome, 28, string_at(35), true, 0),
-    popup(kParamVectorscopeCalibrateFor, 29, 36, 37, 1),
+    popup(kParamVectorscopeCalibrateFor, {.id = 29, .name = 36}, {.texts = 37, .chosen = 1}),
     checkbox(kParamVectorscopeSkinToneLine, 30, string_at(38), true, 0),
     checkbox(kParamVectorscopeReferenceLine, 31, string_at(39), false, 0),
     {.index = kParamVectorscopeReferenceColour,
      .kind = ParamKind::color,
      .id = 32,
      .name = string_at(40)},
-    point(kParamVectorscopePosition, 33, 41, kLeft, 0x001C5553, kFlagSupervise),
-    slider(kParamVectorscopeSize, 34, 42, 200.0, {150.0, 1000.0}, 1),
-    slider(kParamVectorscopeBrightness, 35, 43, 100.0, kBrightness, 1, kPercent),
+    point(kParamVectorscopePosition, {.id = 33, .name = 41}, {.x = kLeft, .y = 0x001C5553},
+          kFlagSupervise),
+    slider(kParamVectorscopeSize, {.id = 34, .name = 42}, 200.0, {150.0, 1000.0}, {.precision = 1}),
+    slider(kParamVectorscopeBrightness, {.id = 35, .name = 43}, 100.0, kBrightness, kPercent),
     end(kParamVectorscopeEnd),
-    group(kParamParadeGroup, 36, 44),
-    point(kParamParadePosition, 37, 45, kLeft, 0x004984BC, kFlagSupervise),
-    slider(kParamParadeWidth, 38, 46, 200.0, kWidth, 1),
-    slider(kParamParadeBrightness, 39, 47, 100.0, kBrightness, 1, kPercent),
+    group(kParamParadeGroup, {.id = 36, .name = 44}),
+    point(kParamParadePosition, {.id = 37, .name = 45}, {.x = kLeft, .y = 0x004984BC},
+          kFlagSupervise),
+    slider(kParamParadeWidth, {.id = 38, .name = 46}, 200.0, kWidth, {.precision = 1}),
+    slider(kParamParadeBrightness, {.id = 39, .name = 47}, 100.0, kBrightness, kPercent),
     end(kParamParadeEnd),
-    group(kParamSliceGroup, 40, 48),
-    popup(kParamSliceShowChannels, 41, 49, 50, 1),
-    slider(kParamSliceLine, 42, 51, 50.0, kWhole, 0, kPercent),
-    point(kParamSlicePosition, 44, 54, kLeft, 0x004B0000, kFlagSupervise),
-    slider(kParamSliceWidth, 45, 55, 200.0, kWidth, 1),
+    group(kParamSliceGroup, {.id = 40, .name = 48}),
+    popup(kParamSliceShowChannels, {.id = 41, .name = 49}, {.texts = 50, .chosen = 1}),
+    slider(kParamSliceLine, {.id = 42, .name = 51}, 50.0, kWhole, kWholePercent),
+    point(kParamSlicePosition, {.id = 44, .name = 54}, {.x = kLeft, .y = 0x004B0000},
+          kFlagSupervise),
+    slider(kParamSliceWidth, {.id = 45, .name = 55}, 200.0, kWidth, {.precision = 1}),
     end(kParamSliceEnd),
-    group(kParamHistogramGroup, 46, 56),
-    popup(kParamHistogramShowChannels, 55, 57, 58, 1),
-    point(kParamHistogramPosition, 47, 59, 0x00320000, 0, kFlagSupervise),
-    slider(kParamHistogramHeight, 48, 60, 60.0, {60.0, 300.0}, 1),
+    group(kParamHistogramGroup, {.id = 46, .name = 56}),
+    popup(kParamHistogramShowChannels, {.id = 55, .name = 57}, {.texts = 58, .chosen = 1}),
+    point(kParamHistogramPosition, {.id = 47, .name = 59}, {.x = 0x00320000, .y = 0},
+          kFlagSupervise),
+    slider(kParamHistogramHeight, {.id = 48, .name = 60}, 60.0, {60.0, 300.0}, {.precision = 1}),
     end(kParamHistogramEnd),
-    group(kParamOptionsGroup, 49, 61),
-    popup(kParamLuminanceMath, 56, 62, 63, 1),
-    slider(kParamMaxWaveformScale, 50, 64, 100.0, {100.0, 200.0}, 0, kPercent),
-    popup(kParamWaveformAspectRatio, 54, 65, 66, 1),
-    popup(kParamWaveformScale, 51, 67, 68, 1),
-    popup(kParamWaveformGuides, 52, 69, 70, 1),
-    popup(kParamSamplingQuality, 53, 72, 73, 2, kStatic),
+    group(kParamOptionsGroup, {.id = 49, .name = 61}),
+    popup(kParamLuminanceMath, {.id = 56, .name = 62}, {.texts = 63, .chosen = 1}),
+    slider(kParamMaxWaveformScale, {.id = 50, .name = 64}, 100.0, {100.0, 200.0}, kWholePercent),
+    popup(kParamWaveformAspectRatio, {.id = 54, .name = 65}, {.texts = 66, .chosen = 1}),
+    popup(kParamWaveformScale, {.id = 51, .name = 67}, {.texts = 68, .chosen = 1}),
+    popup(kParamWaveformGuides, {.id = 52, .name = 69}, {.texts = 70, .chosen = 1}),
+    popup(kParamSamplingQuality, {.id = 53, .name = 72}, {.texts = 73, .chosen = 2}, kStatic),
     checkbox(kParamLockLayerPosition, 59, string_at(74), true, kSwitch),
     end(kParamOptionsEnd),
     end(kParamScopesEnd),

@@ -1,6 +1,6 @@
 #include "params/panel_refresh.h"
 
-#include "geometry/layout.h"
+#include "geometry/monitor_layout.h"
 #include "host/error_chain.h"
 #include "host/scoped.h"
 #include "model/scope_group.h"

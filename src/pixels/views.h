@@ -29,8 +29,6 @@ inline constexpr int kViewCount = 9;  ///< kUnchanged and the eight views
 inline constexpr std::uint8_t kCurveOnLuma = 1;  ///< the luminance view goes through curve and gain
 inline constexpr std::uint8_t kRawLuma = 2;      ///< the four-way tiles show the measured luma
 
-inline constexpr std::uint8_t kLuma709 = 2;  ///< "Luminance Math's" value; all others mean 601
-
 /// What the pixel callbacks read. Filled before an iteration and not written while it runs.
 struct ConversionRecord {
     std::uint8_t apply_curve;
@@ -40,16 +38,10 @@ struct ConversionRecord {
     const float *high_table;  ///< directly behind the low table
     float gain;
     FormatCode pixel_format;
-    std::uint8_t luminance_math;
+    LumaMath luma_math;
     /// 8-bit worlds: curve and gain for each of the 256 codes; see prepare_record.
     std::array<std::uint8_t, 256> corrected_codes;
 };
-
-/// Luma of a float pixel, 601 or 709 weights, single precision, summed red, green, blue. [worker]
-inline float luminance(const Colour &c, std::uint8_t luminance_math) {
-    if (luminance_math == kLuma709) return luminance(c, kWeights709);
-    return luminance(c, kWeights601);
-}
 
 /// `v` through the gamma curve and the gain.
 inline float corrected(float v, const ConversionRecord &record) {
@@ -72,7 +64,7 @@ __m128 convert_view(__m128 in, const ConversionRecord &record) {
     } else if constexpr (V == View::kAlpha) {
         return grey_pixel(_mm_set_ss(1.0f), corrected(c.alpha, record));
     } else if constexpr (V == View::kLuminance) {
-        const float luma = luminance(c, record.luminance_math);
+        const float luma = luminance(c, record.luma_math);
         return grey_pixel(in, record.apply_curve == kCurveOnLuma ? corrected(luma, record) : luma);
     } else if constexpr (V == View::kRed) {
         return grey_pixel(in, c.red);
@@ -81,10 +73,10 @@ __m128 convert_view(__m128 in, const ConversionRecord &record) {
     } else if constexpr (V == View::kBlue) {
         return grey_pixel(in, c.blue);
     } else if constexpr (V == View::kCb) {
-        return grey_pixel(in, (c.blue - luminance(c, record.luminance_math) + 1.0f) * 0.5f);
+        return grey_pixel(in, (c.blue - luminance(c, record.luma_math) + 1.0f) * 0.5f);
     } else if constexpr (V == View::kCr) {
         // Scale 0.6 where Cb has 0.5, and the offset added after scaling: deliberate.
-        return grey_pixel(in, (c.red - luminance(c, record.luminance_math)) * 0.6f + 0.5f);
+        return grey_pixel(in, (c.red - luminance(c, record.luma_math)) * 0.6f + 0.5f);
     } else {
         return in;
     }

@@ -1,7 +1,7 @@
 // What every step of one frame needs from the host.
 #pragma once
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "host/suite_cache.h"
 #include "hostapi/host.h"
 

@@ -1,7 +1,7 @@
 // The graticules and labels of one frame's scopes.
 #pragma once
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "geometry/scope_layout.h"
 #include "hostapi/in_out_data.h"
 #include "scopes/context/sample_context.h"

@@ -38,9 +38,8 @@ SessionAct remove_effect(const FileValue &) {
 }
 
 EffectInstance &effect_of(SessionPlayer &player, LayerId layer, int number) {
-    for (const auto &instance : player.session().host.instances) {
-        if (instance->layer == layer && instance->effect == number - 1) return *instance;
-    }
+    EffectInstance *const instance = player.session().instance_at(layer, number - 1);
+    if (instance != nullptr) return *instance;
     throw SessionError("the layer carries no effect number " + std::to_string(number));
 }
 
@@ -72,10 +71,8 @@ ParamValue layer_value(SessionPlayer &player, const Edit &edit) {
 ParamValue entered_value(SessionPlayer &player, int index, const Edit &edit) {
     const ParamCatalog &catalog = player.session().plugin.catalog;
     if (catalog.at(index).def.param_type == PF_Param_LAYER) return layer_value(player, edit);
-    const Project &project = player.session().host.project;
-    const Layer &layer = *project.layer(player.effect().layer);
-    const Item *source = layer.source != 0 ? project.item(layer.source) : &player.comp();
-    return catalog.parse(index, edit.text, source->width, source->height);
+    const Item *extent = player.session().project().extent_of(player.effect().layer);
+    return catalog.parse(index, edit.text, extent->width, extent->height);
 }
 
 void enter(SessionPlayer &player, const Edit &edit) {

@@ -46,7 +46,7 @@ WantedValue read_wanted(const std::string &name, const FileValue &member) {
 }
 
 std::string layer_name(SessionPlayer &player, LayerId id) {
-    const Layer *layer = player.session().host.project.layer(id);
+    const Layer *layer = player.session().project().layer(id);
     return layer != nullptr ? layer->name : "none";
 }
 

@@ -78,7 +78,7 @@ std::string joined(const auto &names) {
 }
 
 std::pair<int, int> source_size(SessionPlayer &player, const Layer &layer) {
-    const Item *source = player.session().host.project.item(layer.source);
+    const Item *source = player.session().project().item(layer.source);
     return source != nullptr ? std::pair(source->width, source->height) : std::pair(0, 0);
 }
 

@@ -42,7 +42,7 @@ SessionAct new_comp(const FileValue &value) {
 
 /// A new layer has the name of its source unless the session gives one.
 void rename(SessionPlayer &player, LayerId layer, const std::string &name) {
-    if (!name.empty()) player.session().host.project.layer(layer)->name = name;
+    if (!name.empty()) player.session().project().layer(layer)->name = name;
 }
 
 std::string read_optional_name(const FileValue &value) {

@@ -1,5 +1,5 @@
-// Session files: what a user does, written down to be played again. docs/session-files.md describes
-// them.
+// Session files: what a user does, written down to be played again. docs/stage/session-files.md
+// describes them.
 #pragma once
 
 #include <filesystem>

@@ -29,7 +29,7 @@ Point source_point(SessionPlayer &player, const SessionPlace &place) {
         }
         return {place.x, place.y};
     }
-    const LayerMap map = layer_map(player.session().host.project, layer);
+    const LayerMap map = layer_map(player.session().project(), layer);
     return {map.comp_x(place.x), map.comp_y(place.y)};
 }
 

@@ -91,7 +91,7 @@ void SessionPlayer::report_unasked_error() {
 }
 
 const Item &SessionPlayer::comp() {
-    const Project &project = session().host.project;
+    const Project &project = session().project();
     const Item *comp = project.comp(project.active_comp);
     if (comp == nullptr) throw SessionError("there is no composition yet");
     return *comp;
@@ -153,11 +153,11 @@ PF_Err SessionPlayer::take_error() {
 }
 
 std::vector<ShownMessage> SessionPlayer::take_messages() {
-    return rest_of(session().host.messages, messages_taken_);
+    return rest_of(session().messages(), messages_taken_);
 }
 
 std::vector<Finding> SessionPlayer::take_findings() {
-    return rest_of(session().host.strict.violations(), findings_taken_);
+    return rest_of(session().findings(), findings_taken_);
 }
 
 PlayReport play_session(const std::filesystem::path &plugin, const SessionFile &file,
@@ -169,12 +169,12 @@ PlayReport play_session(const std::filesystem::path &plugin, const SessionFile &
     {
         SessionPlayer player(session, folders);
         report = player.play(file);
-        messages = session.host.messages.size();
-        findings = session.host.strict.violations().size();
+        messages = session.messages().size();
+        findings = session.findings().size();
     }
     session.stop();
-    append(report.messages, rest_of(session.host.messages, messages));
-    append(report.findings, rest_of(session.host.strict.violations(), findings));
+    append(report.messages, rest_of(session.messages(), messages));
+    append(report.findings, rest_of(session.findings(), findings));
     return report;
 }
 

@@ -94,7 +94,7 @@ SessionAct view(const FileValue &value) {
 
 SessionAct fit(const FileValue &) {
     return [](SessionPlayer &player) {
-        Workspace &desk = player.desk();
+        Desk &desk = player.desk();
         desk.viewport().fit(desk.source_width(), desk.source_height());
         desk.touch();
     };
@@ -124,7 +124,7 @@ SessionAct resolution(const FileValue &value) {
 SessionAct options(const FileValue &value) {
     const std::vector<OptionChange> changes = read_options(value, true);
     return [=](SessionPlayer &player) {
-        for (const OptionChange &change : changes) change(player.session().host.options);
+        for (const OptionChange &change : changes) change(player.session().options());
         player.desk().touch();
     };
 }

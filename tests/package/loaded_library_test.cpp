@@ -5,6 +5,8 @@
 
 #include <utility>
 
+#include "support/paths.h"
+
 namespace {
 
 using stage::LibraryError;
@@ -37,7 +39,7 @@ TEST(LoadedLibrary, a_missing_file_is_an_error_that_names_it) {
 }
 
 TEST(LoadedLibrary, a_file_that_is_no_library_is_an_error) {
-    EXPECT_THROW(LoadedLibrary(KS_SOURCE_DIR "/CMakeLists.txt"), LibraryError);
+    EXPECT_THROW(LoadedLibrary(paths::source() + "/CMakeLists.txt"), LibraryError);
 }
 
 TEST(LoadedLibrary, moves_and_leaves_the_source_empty) {

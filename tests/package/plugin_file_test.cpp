@@ -11,6 +11,7 @@
 #include "stage/binary/gdiplus_runtime.h"
 #include "stage/binary/inspect.h"
 #include "stage/binary/loaded_library.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -19,9 +20,9 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 #ifdef _WIN32
-constexpr const char *kWindowsPlugin = KS_PLUGIN_FILE;
+const std::string kWindowsPlugin = paths::plugin();
 #else
-constexpr const char *kWindowsPlugin = KS_SOURCE_DIR "/build/win64-release/KestrelScopes.aex";
+const std::string kWindowsPlugin = paths::source() + "/build/win64-release/KestrelScopes.aex";
 #endif
 
 std::string lower_case(std::string text) {
@@ -112,14 +113,14 @@ TEST_F(WindowsPlugin, carries_a_version_resource) {
 TEST(LoadedPlugin, offers_its_entry_point) {
     // A host has GDI+ loaded, and keeps it, before any plug-in that draws with it.
     const stage::GdiplusRuntime gdiplus;
-    const stage::LoadedLibrary library(KS_PLUGIN_FILE);
+    const stage::LoadedLibrary library(paths::plugin());
     EXPECT_NE(library.find_symbol("EntryPointFunc"), nullptr);
 }
 
 #ifndef _WIN32
 
 TEST(NativePlugin, exports_the_entry_point_and_nothing_else) {
-    EXPECT_THAT(stage::inspect_plugin(KS_PLUGIN_FILE).exports, ElementsAre("EntryPointFunc"));
+    EXPECT_THAT(stage::inspect_plugin(paths::plugin()).exports, ElementsAre("EntryPointFunc"));
 }
 
 TEST(NativePlugin, needs_the_run_time_of_the_language_only) {
@@ -129,7 +130,7 @@ TEST(NativePlugin, needs_the_run_time_of_the_language_only) {
         "libasan.so", "libubsan.so", "libtsan.so",
 #endif
     };
-    for (const stage::PeImport &import : stage::inspect_plugin(KS_PLUGIN_FILE).imports) {
+    for (const stage::PeImport &import : stage::inspect_plugin(paths::plugin()).imports) {
         EXPECT_TRUE(std::any_of(allowed.begin(), allowed.end(), [&](const std::string &library) {
             return import.dll.starts_with(library);
         })) << import.dll;

@@ -5,11 +5,12 @@
 #include <algorithm>
 
 #include "stage/binary/pe_file.h"
+#include "support/paths.h"
 
 namespace {
 
 stage::PeFile library(const char *name) {
-    return stage::read_pe(stage::read_whole_file(std::string(KS_BUILD_DIR "/") + name));
+    return stage::read_pe(stage::read_whole_file(paths::build() + "/" + name));
 }
 
 std::vector<std::string> sorted(std::vector<std::string> names) {

@@ -3,11 +3,14 @@
 import pathlib
 import sys
 
+import documented
 import includes
+import links
 import sizes
 import words
 
-CHECKS = {"includes": includes, "words": words, "sizes": sizes}
+CHECKS = {"documented": documented, "includes": includes, "links": links, "words": words,
+          "sizes": sizes}
 
 
 def main():

@@ -4,7 +4,9 @@ import pathlib
 import tempfile
 import unittest
 
+import documented
 import includes
+import links
 import sizes
 import words
 
@@ -149,6 +151,58 @@ class Includes(TreeTest):
             self.assert_found(self.found(includes), "stage/ does not include")
 
 
+class Links(TreeTest):
+    def check(self, text):
+        self.write("docs/page.md", text + "\n")
+        return [line.split(": ", 1)[0] for line in self.found(links)]
+
+    def setUp(self):
+        super().setUp()
+        self.write("README.md", "# The tree\n\n## What's in it, and why?\n\n## Again\n\n## Again\n")
+        self.write("docs/user/scopes.md", "# The `scopes`\n\n```\n# no heading\n```\n")
+        self.write("docs/pictures/a.png", "")
+
+    def test_accepts_files_folders_headings_and_other_places(self):
+        self.assertEqual(self.check(
+            "# Here\n[a](user/scopes.md), ![b](pictures/a.png 'title') [c](#here) [d](../README.md)\n"
+            "[e](user/scopes.md#the-scopes) [f](../README.md#whats-in-it-and-why) [g](user)\n"
+            "[over\ntwo lines](user/scopes.md) [h](https://example.com/gone.md) [i][1]\n"
+            "[again](../README.md#again-1)\n\n[1]: pictures/a.png\n"), [])
+
+    def test_finds_a_file_that_is_not_there(self):
+        for link in ("[a](gone.md)", "![a](a.png)", "[a](../docs/gone/)", "[a](/README.md)", "[a]()",
+                     "[a]\n\n[a]: gone.md", "[a](../../README.md)", "[![a](a.png)](user/scopes.md)"):
+            with self.subTest(link):
+                self.assertEqual(len(self.check(link)), 1)
+
+    def test_finds_a_heading_that_is_not_there(self):
+        for link in ("[a](#gone)", "[a](user/scopes.md#no-heading)", "[a](../README.md#The-Tree)",
+                     "[a](../README.md#again-2)", "[a](user#scopes)"):
+            with self.subTest(link):
+                self.assertEqual(len(self.check(link)), 1)
+
+    def test_finds_a_path_that_leads_nowhere(self):
+        for path in ("`docs/gone`", "```\nrun docs/gone.json -o out\n```", "docs/user/gone/*.md",
+                     "see docs/user/gone."):
+            with self.subTest(path):
+                self.assertEqual(len(self.check(path)), 1)
+        self.assertEqual(self.check("[over\ntwo](user/scopes.md\n'title')\nin docs/gone"),
+                         ["docs/page.md:4"])
+
+    def test_accepts_paths_that_are_there_and_those_of_other_places(self):
+        self.assertEqual(self.check("`docs/user/scopes.md`, docs/user/, docs/pictures/*.png, build/docs/x,"
+                                    " ../docs/x, user/gone, and/or"), [])
+
+    def test_tells_the_line(self):
+        self.assertEqual(self.check("```\n[code](gone.md)\n```\n`[a](gone.md)`\n\n[a](gone.md)"),
+                         ["docs/page.md:6"])
+
+    def test_leaves_out_what_is_built(self):
+        self.write("build/page.md", "[a](gone.md)\n")
+        self.write("build/there.md", "")
+        self.assertEqual(self.check("[a](../build/there.md)"), ["docs/page.md:1"])
+
+
 class Words(TreeTest):
     def check(self, text):
         self.write("docs/page.md", text + "\n")
@@ -180,10 +234,70 @@ class Words(TreeTest):
 
 class Sizes(TreeTest):
     def test_finds_a_long_file_only(self):
-        self.write("src/host/short.cpp", "\n" * sizes.LIMIT)
-        self.write("src/host/long.cpp", "\n" * (sizes.LIMIT + 1))
-        self.write("docs/long.md", "\n" * (sizes.LIMIT + 1))
+        self.write("src/host/short.cpp", "\n" * sizes.FILE_LIMIT)
+        self.write("src/host/long.cpp", "\n" * (sizes.FILE_LIMIT + 1))
+        self.write("docs/long.md", "\n" * (sizes.FILE_LIMIT + 1))
         self.assertEqual([line.split(":")[0] for line in self.found(sizes)], ["src/host/long.cpp"])
+
+    def test_finds_a_full_folder_only(self):
+        for number in range(sizes.FOLDER_LIMIT):
+            self.write(f"src/host/file{number}.h", "")
+            self.write(f"src/draw/file{number}.h", "")
+        self.write("src/draw/CMakeLists.txt", "")
+        self.assertEqual([line.split(":")[0] for line in self.found(sizes)], ["src/draw/"])
+
+    def test_finds_a_long_function_only(self):
+        def function(lines):
+            return "int sum(int a,\n        int b) {\n" + "    ++a;\n" * (lines - 3) + "}\n"
+
+        self.write("src/host/two.cpp", "namespace ks {\n" + function(sizes.FUNCTION_LIMIT)
+                   + "struct Rows {\n" + "    int row;\n" * 70 + "};\n"
+                   + "constexpr int kRows[] = {\n" + "    1,\n" * 70 + "};\n"
+                   + "constexpr Table kTable{\n" + "    1,\n" * 70 + "};\n"
+                   + function(sizes.FUNCTION_LIMIT + 1) + "}  // namespace ks\n")
+        self.assertEqual(len(self.found(sizes)), 1)
+        self.assertIn(f"a function of {sizes.FUNCTION_LIMIT + 1} lines", self.found(sizes)[0])
+
+    def test_finds_a_long_member_function_and_its_lambda(self):
+        self.write("src/host/inner.h", "struct Host {\n    void fill() {\n        act([] {\n"
+                   + "            ++a;\n" * 70 + "        });\n    }\n};\n")
+        self.assertEqual(len(self.found(sizes)), 2)
+
+
+    def test_ends_a_lambda_in_its_own_column(self):
+        self.write("src/host/many.cpp", "act(1,\n    [](int a) {\n        ++a;\n    });\n\n"
+                   + "int one() {\n    return 1;\n}\n\n" * 30)
+        self.assertEqual(self.found(sizes), [])
+
+
+class Documented(TreeTest):
+    ROOMS = "# comment\nhostapi : :\nstage/text : :\n"
+
+    def check(self, architecture, readme):
+        self.write("cmake/rooms.txt", self.ROOMS)
+        self.write("stage/text/hex.h", "")
+        self.write("stage/host.h", "")
+        self.write("tests/stage/hex_test.cpp", "")
+        self.write("docs/develop/architecture.md", architecture)
+        self.write("README.md", readme)
+        return self.found(documented)
+
+    ARCHITECTURE = "| `hostapi/` | what |\n| `stage/text/` | it |\n"
+    README = ("| `hostapi/` | a |\n| `stage/` | b |\n| `tests/stage/` | c |\n| `cmake/` | d |\n"
+              "| `docs/develop/` | e |\n")
+
+    def test_accepts_a_row_for_each(self):
+        self.assertEqual(self.check(self.ARCHITECTURE, self.README), [])
+
+    def test_finds_what_has_no_row_or_two(self):
+        self.assertEqual(len(self.check("| `hostapi/` | what |\n", self.README)), 1)
+        self.assertEqual(len(self.check(self.ARCHITECTURE * 2, self.README)), 2)
+        self.assertEqual(len(self.check(self.ARCHITECTURE, "")), 5)
+
+    def test_finds_rows_for_what_is_not_there_or_says_nothing(self):
+        self.assertEqual(
+            len(self.check(self.ARCHITECTURE + "| `stage/gone/` | x |\n", self.README)), 1)
+        self.assertEqual(len(self.check(self.ARCHITECTURE.replace("it", ""), self.README)), 1)
 
 
 if __name__ == "__main__":

@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "hostapi/constants.h"
@@ -12,7 +13,7 @@
 #include "kestrel-stage/verbs/job_text.h"
 #include "kestrel-stage/verbs/plugin_choice.h"
 #include "stage/desk/panel/panel_model.h"
-#include "stage/session/session.h"
+#include "stage/session/scene.h"
 #include "stage/text/utf8_path.h"
 
 namespace stage_cli {
@@ -80,18 +81,13 @@ void print_json(const std::vector<PanelEntry> &entries, bool with_hidden) {
     std::printf("%s\n", list.dump(2).c_str());
 }
 
+/// Over an empty composition.
 stage::EffectInstance &apply_to_adjustment(stage::Session &session, const Pair &size) {
-    stage::Project &project = session.host.project;
-    project.active_comp = project.add_comp("Comp 1", size.first, size.second, 1, 1, 1);
-    const stage::LayerId layer = project.add_adjustment_layer(project.active_comp, 0, "Scopes");
-    project.layer(layer)->selected = true;
-    stage::CommandResult result;
-    stage::EffectInstance *instance = session.apply(layer, &result);
-    if (instance == nullptr) {
-        throw std::runtime_error("the effect could not be applied (error " +
-                                 std::to_string(result.error) + ")");
-    }
-    return *instance;
+    stage::SceneParts parts;
+    parts.picture.width = size.first;
+    parts.picture.height = size.second;
+    parts.selected = true;
+    return *build_scene(session, std::move(parts)).effect;
 }
 
 /// "none", or the name of a layer of the composition.
@@ -115,7 +111,7 @@ void set_value(stage::Session &session, stage::EffectInstance &instance, const s
     const int index = catalog.find(setting.substr(0, equals));
     const std::string text = setting.substr(equals + 1);
     const bool layer = catalog.at(index).def.param_type == PF_Param_LAYER;
-    const stage::ParamValue value = layer ? parse_layer(session.host.project, text)
+    const stage::ParamValue value = layer ? parse_layer(session.project(), text)
                                           : catalog.parse(index, text, size.first, size.second);
     if (const PF_Err error = session.set_value(instance, index, value)) {
         throw std::runtime_error("setting \"" + catalog.at(index).path + "\" failed with error " +

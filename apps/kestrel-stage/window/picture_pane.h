@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "kestrel-stage/window/desk.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 #include "kestrel-stage/window/window.h"
 
 namespace stage_view {
@@ -21,7 +21,7 @@ struct DragTimes {
 /// The pane's pixels are the viewer's window pixels.
 class PicturePane {
   public:
-    PicturePane(Desk &desk, Window &window) : desk_(desk), window_(window) {}
+    PicturePane(WindowActs &acts, Window &window) : acts_(acts), window_(window) {}
 
     /// Where the pane lies from now on.
     void place(const PixelRect &area);
@@ -52,7 +52,7 @@ class PicturePane {
     enum class Holder { kNone, kEffect, kPan };
     void refresh_texture();
 
-    Desk &desk_;
+    WindowActs &acts_;
     Window &window_;
     PixelRect area_;
     Holder holder_ = Holder::kNone;

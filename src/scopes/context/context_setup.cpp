@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
+#include "geometry/int_rect.h"
 
 namespace ks {
 namespace {

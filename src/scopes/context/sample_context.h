@@ -5,12 +5,11 @@
 #include <array>
 #include <cstdint>
 
+#include "pixels/luma.h"
 #include "pixels/pixel_format.h"
 #include "pixels/world_view.h"
 
 namespace ks {
-
-enum class LumaMath : std::int32_t { k601 = 1, k709 = 2 };  ///< ITU-R BT.601, BT.709 weights
 
 /// "Show Channels" of the waveform and slice scopes.
 enum class TraceMode : std::uint8_t { kRgbAndLuma = 1, kRgb = 2, kLuma = 3 };

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "scopes/context/sample_context.h"
 #include "scopes/graticule/shapes.h"
 

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "model/scope_kind.h"
 
 namespace ks {

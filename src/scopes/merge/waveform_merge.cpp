@@ -275,7 +275,6 @@ template <class P>
 void WaveformMerge<P>::plot_samples(int x) const {
     const WorldView &bitmap = context_.waveformBitmap;
     const RowMap &map = plan_.waveform_rows;
-    const LumaWeights &weights = luma_weights(context_.lumaMath);
     std::vector<std::pair<int, float>> columns;  // source columns and their weights
     const auto split_of = [&](int j) { return split_column(context_, j * context_.stepX); };
     int first = 0;  // of the sampled columns, which lie in ascending order
@@ -304,7 +303,7 @@ void WaveformMerge<P>::plot_samples(int x) const {
         for (const auto &[column, weight] : columns) {
             const Colour s = to_colour(*context_.source.pixel<const P>(column, y));
             if (plan_.waveform_luma) {
-                plot_at(luminance(s, weights), scaled(context_.lumaColour, weight));
+                plot_at(luminance(s, context_.lumaMath), scaled(context_.lumaColour, weight));
             }
             if (!plan_.waveform_rgb) continue;
             plot_at(s.red, scaled(traces_[0], weight));

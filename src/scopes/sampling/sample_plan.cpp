@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <thread>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "scopes/sampling/colour_cell.h"
 
 namespace ks {

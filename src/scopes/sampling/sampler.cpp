@@ -81,7 +81,7 @@ bool Sampler::count_run(const P *first, int column, int count, std::byte *grid) 
     if (!plan_.needs_block) return false;
     SampleBlock block;
     load_block(first, c.stepX, count, block);
-    if (c.needLuma != 0) fill_luma(luma_weights(c.lumaMath), block);
+    if (c.needLuma != 0) fill_luma(c.lumaMath, block);
     if (plan_.luma.on) {
         count_rows<1>({block.luma}, count, plan_.waveform_rows, cells(plan_.luma));
     }

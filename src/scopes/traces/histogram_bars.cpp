@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "geometry/scope_panel.h"
 #include "pixels/plot.h"
 
 namespace ks {
@@ -34,7 +35,7 @@ BarArea bar_area(int panel_height, const LayoutUnits &units, const FrameScale &f
     area.left = kLeftMargin / across;
     // Beyond 256 bins per column one column is left: the limit only keeps the number whole.
     area.step = std::llround(std::min(across, double{kHistogramBins}) * double{kFixedOne});
-    area.full_height = scope_height - (units.scale - 1.0) * 18.0;
+    area.full_height = scope_height - (units.scale - 1.0) * kLabelStrip;
     area.den_y = frame.den_y;
     return area;
 }

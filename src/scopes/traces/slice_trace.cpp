@@ -3,10 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
 #include "pixels/depth.h"
 #include "pixels/plot.h"
-#include "pixels/views.h"
 
 namespace ks {
 namespace {
@@ -42,12 +41,11 @@ template <class P>
 void trace_row(const WorldView &source, const WorldView &panel, const TraceArea &area,
                const SliceSettings &settings, SliceResult &result) {
     const SlicePlotter<P> plotter(panel, area, settings.value_scale);
-    const auto luma_math = static_cast<std::uint8_t>(settings.luma_math);
     const std::int64_t columns = area.right - area.left;
     for (int u = 0; u < columns; ++u) {
         const Colour c =
             to_colour(*source.pixel<P>(u * std::int64_t{source.width} / columns, result.row));
-        const float y = luminance(c, luma_math);
+        const float y = luminance(c, settings.luma_math);
         const bool over =
             y > kOverRange || c.red > kOverRange || c.green > kOverRange || c.blue > kOverRange;
         result.over_range = result.over_range || over;

@@ -5,15 +5,12 @@
 namespace ks {
 namespace {
 
-void write_number(ParamWrites &writes, Param param, double number) {
-    if (!std::isfinite(number)) return;
-    writes.writes[writes.count] = {param, false, number, {}};
-    ++writes.count;
+void write_point(ParamWrites &writes, Param param, FixedPoint point) {
+    writes.writes[writes.count++] = {param, point};
 }
 
-void write_point(ParamWrites &writes, Param param, FixedPoint point) {
-    writes.writes[writes.count] = {param, true, 0.0, point};
-    ++writes.count;
+void write_number(ParamWrites &writes, Param param, double number) {
+    if (std::isfinite(number)) writes.writes[writes.count++] = {param, number};
 }
 
 /// From the panel's left edge to the pointer, in square pixels.

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <variant>
 
 #include "ui/handles/handle_settings.h"
 #include "ui/handles/hit_test.h"
@@ -32,12 +33,10 @@ DragState after_click(const Hit &hit, DragState state);
 DragState after_drag(const HandleRow &row, std::optional<FixedPoint> pointer, bool last,
                      DragState state);
 
-/// One value that a drag writes: `point` (16.16 pixels) for a position, else `number`.
+/// One value that a drag writes: of a slider, or of a point in 16.16 pixels.
 struct ParamWrite {
     Param param = kParamInput;
-    bool is_point = false;
-    double number = 0.0;
-    FixedPoint point;
+    std::variant<double, FixedPoint> value;
 };
 
 /// At most two, the first `count` of them.

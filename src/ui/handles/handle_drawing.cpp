@@ -6,8 +6,8 @@
 namespace ks {
 namespace {
 
-constexpr int kTriangleSide = 12;         // window pixels
-constexpr unsigned kDrawnBarHeight = 18;  // window pixels at full resolution
+constexpr int kTriangleSide = 12;                                    // window pixels
+constexpr auto kDrawnBarHeight = static_cast<unsigned>(kBarHeight);  // at full resolution
 constexpr double kTick = 3.0;
 constexpr double kDiamond = 5.0;
 
@@ -30,31 +30,30 @@ float coordinate(double value) {
     return value == value ? static_cast<float>(std::clamp(value, -kLimit, kLimit)) : 0.f;
 }
 
-void start(PaintItem &item, double x, double y) {
-    item.points[item.count++] = {true, coordinate(x), coordinate(y)};
+void start(Path &path, double x, double y) {
+    path.points[path.count++] = {true, coordinate(x), coordinate(y)};
 }
 
-void line(PaintItem &item, double x, double y) {
-    item.points[item.count++] = {false, coordinate(x), coordinate(y)};
+void line(Path &path, double x, double y) {
+    path.points[path.count++] = {false, coordinate(x), coordinate(y)};
 }
 
-PaintItem corner_triangle(const IntRect &monitor) {
-    PaintItem item;
-    start(item, monitor.right, monitor.bottom);
-    line(item, monitor.right, monitor.bottom - kTriangleSide);
-    line(item, monitor.right - kTriangleSide, monitor.bottom);
-    line(item, monitor.right, monitor.bottom);
-    return item;
+FilledPath corner_triangle(const IntRect &monitor) {
+    FilledPath path;
+    start(path, monitor.right, monitor.bottom);
+    line(path, monitor.right, monitor.bottom - kTriangleSide);
+    line(path, monitor.right - kTriangleSide, monitor.bottom);
+    line(path, monitor.right, monitor.bottom);
+    return path;
 }
 
-PaintItem bar_rectangle(const IntRect &monitor, const FrameScale &frame) {
-    PaintItem item;
-    item.how = PaintItem::How::kRectangle;
-    item.left = coordinate(monitor.left);
-    item.top = coordinate(monitor.top);
-    item.width = coordinate(monitor.right - monitor.left);
-    item.height = coordinate(kDrawnBarHeight / frame.den_y);
-    return item;
+Bar monitor_bar(const IntRect &monitor, const FrameScale &frame) {
+    return {coordinate(monitor.left), coordinate(monitor.top),
+            coordinate(monitor.right - monitor.left), coordinate(kDrawnBarHeight / frame.den_y)};
+}
+
+void add(HandleDrawing &drawing, const PaintItem &item) {
+    drawing.items[drawing.count++] = item;
 }
 
 HandleDrawing wipe_drawing(const IntRect &region, const HandleSettings &settings) {
@@ -66,27 +65,21 @@ HandleDrawing wipe_drawing(const IntRect &region, const HandleSettings &settings
     HandleDrawing drawing;
     if (settings.opacity < 100.0) {
         const double lowest = middle + (region.bottom - middle) * 0.8;  // where opacity 0 lies
-        PaintItem &stem = drawing.items[drawing.count++];
-        stem.how = PaintItem::How::kStrokePath;
+        StrokedPath stem;
         start(stem, x - kTick, middle);
         line(stem, x + kTick, middle);
         start(stem, x, middle);
         line(stem, x, y);
         start(stem, x - kTick, lowest);
         line(stem, x + kTick, lowest);
+        add(drawing, stem);
     }
-    PaintItem &diamond = drawing.items[drawing.count++];
+    FilledPath diamond;
     start(diamond, x - kDiamond, y);
     line(diamond, x, y - kDiamond);
     line(diamond, x + kDiamond, y);
     line(diamond, x, y + kDiamond);
-    return drawing;
-}
-
-HandleDrawing single(const PaintItem &item) {
-    HandleDrawing drawing;
-    drawing.items[0] = item;
-    drawing.count = 1;
+    add(drawing, diamond);
     return drawing;
 }
 
@@ -102,9 +95,13 @@ HandleDrawing drawing_of(const HandleRow &row, const HandleSettings &settings,
     const std::optional<IntRect> shown = on_window(area, window);
     if (!shown) return {};
     if (is_wipe) return wipe_drawing(*shown, settings);
-    return single(row.paint == HandlePaint::kCornerTriangle
-                      ? corner_triangle(*shown)
-                      : bar_rectangle(*shown, settings.frame));
+    HandleDrawing drawing;
+    if (row.paint == HandlePaint::kCornerTriangle) {
+        add(drawing, corner_triangle(*shown));
+    } else {
+        add(drawing, monitor_bar(*shown, settings.frame));
+    }
+    return drawing;
 }
 
 }  // namespace ks

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstddef>
+#include <variant>
 
 #include "ui/handles/handle_settings.h"
 #include "ui/handles/hit_test.h"
@@ -16,21 +17,22 @@ struct PathPoint {
     float y = 0.f;
 };
 
-/// One thing to paint.
-struct PaintItem {
-    enum class How {
-        kFillPath,    ///< filled with the theme's colour
-        kStrokePath,  ///< stroked with the theme's colour
-        kRectangle    ///< painted in kBarColour
-    };
-    How how = How::kFillPath;
-    std::array<PathPoint, 6> points{};  ///< the first `count`; none for a rectangle
+/// The first `count` points.
+struct Path {
+    std::array<PathPoint, 6> points{};
     std::size_t count = 0;
-    float left = 0.f;  ///< rectangle, window pixels
-    float top = 0.f;
-    float width = 0.f;
-    float height = 0.f;
 };
+
+// In the theme's colour.
+struct FilledPath : Path {};
+struct StrokedPath : Path {};
+
+/// A rectangle in kBarColour, window pixels.
+struct Bar {
+    float left, top, width, height;
+};
+
+using PaintItem = std::variant<FilledPath, StrokedPath, Bar>;
 
 /// Red, green, blue, alpha of the monitor's move bar.
 inline constexpr std::array<float, 4> kBarColour{0.5f, 0.5f, 0.5f, 0.75f};

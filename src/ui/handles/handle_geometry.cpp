@@ -6,8 +6,6 @@
 namespace ks {
 namespace {
 
-constexpr double kHistogramPanelWidth = 272.0;
-
 LayerPoint exact_position(const PanelSetting &panel) {
     return {to_pixels(panel.position.x), to_pixels(panel.position.y)};
 }
@@ -65,8 +63,8 @@ std::int32_t to_fixed(double pixels) {
 }
 
 float inverse_pixel_aspect(Ratio pixel_aspect) {
-    if (pixel_aspect.num <= 0 || pixel_aspect.den == 0) return 1.f;
-    return static_cast<float>(pixel_aspect.den) / static_cast<float>(pixel_aspect.num);
+    const Ratio aspect = usable(pixel_aspect);
+    return static_cast<float>(aspect.den) / static_cast<float>(aspect.num);
 }
 
 LayerRect drawn_monitor(const HandleSettings &settings) {
@@ -104,16 +102,7 @@ std::optional<LayerRect> wipe_region(const HandleSettings &settings, const Layer
 }
 
 float waveform_aspect(const HandleSettings &settings) {
-    switch (settings.aspect_choice) {
-        case 2:
-            return 0.5625f;
-        case 3:
-            return 0.75f;
-        case 4:
-            return 1.0f;
-        default:
-            break;
-    }
+    if (const auto fixed = fixed_scope_aspect(settings.aspect_choice)) return *fixed;
     if (settings.width <= 0) return 1.0f;
     const float ratio =
         static_cast<float>(settings.frame.den_x) / static_cast<float>(settings.frame.den_y);

@@ -4,6 +4,7 @@
 
 #include <optional>
 
+#include "geometry/scope_panel.h"
 #include "ui/handles/handle_settings.h"
 #include "ui/handles/handle_table.h"
 
@@ -22,11 +23,11 @@ struct LayerRect {
 
 /// Height of the strip that moves a panel. The pointer gets the move cursor on two pixels more than
 /// a click can grab: deliberate.
-inline constexpr double kBarHeight = 18.0;
+inline constexpr double kBarHeight = kLabelStrip;
 inline constexpr double kCursorBarHeight = 20.0;
 
 /// The histogram's height bar lies this far below position + "Scope Height".
-inline constexpr double kHeightBarOffset = 42.0;
+inline constexpr double kHeightBarOffset = kLabelStrip + kHistogramFootRoom;
 
 /// The monitor window as drawn: the position unscaled, only the size times the inverse pixel
 /// aspect.

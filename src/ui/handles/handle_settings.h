@@ -4,7 +4,8 @@
 #include <array>
 #include <cstdint>
 
-#include "geometry/layout.h"
+#include "geometry/frame_scale.h"
+#include "geometry/monitor_layout.h"
 #include "model/scope_kind.h"
 
 namespace ks {

@@ -49,7 +49,7 @@ std::string value_text(const Session &session, const PanelEntry &entry) {
         case Kind::kPoint:
             return decimals(entry.value.x, 1) + ", " + decimals(entry.value.y, 1);
         case Kind::kLayer:
-            return layer_text(session.host.project, entry.value.layer);
+            return layer_text(session.project(), entry.value.layer);
         default:
             return session.plugin.catalog.to_text(entry.index, entry.value);
     }
@@ -114,8 +114,7 @@ std::string line_of(const PanelEntry &entry) {
 }  // namespace
 
 std::vector<PanelEntry> panel_entries(const Session &session, const EffectInstance &instance) {
-    const Layer *layer = session.host.project.layer(instance.layer);
-    const auto &streams = layer->effects.at(static_cast<std::size_t>(instance.effect)).streams;
+    const auto &streams = session.state_of(instance).streams;
     std::vector<PanelEntry> entries;
     std::vector<bool> hidden_groups;  // of the groups around, each with those around it
     for (int index = 1; index < session.plugin.catalog.count(); ++index) {

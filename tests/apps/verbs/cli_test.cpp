@@ -8,6 +8,7 @@
 
 #include "apps/verbs/cli_run.h"
 #include "stage/image/codecs/picture_io.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -317,7 +318,7 @@ TEST(Params, text_shows_groups_and_defaults) {
 }
 
 TEST(Inspect, shows_the_native_library) {
-    const Outcome outcome = stage({"inspect", KS_PLUGIN_FILE});
+    const Outcome outcome = stage({"inspect", paths::plugin()});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("EntryPointFunc"));
     EXPECT_EQ(stage({"inspect", "no-such-file"}).status, 1);

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 #include <vector>
 
@@ -41,8 +42,12 @@ TEST(SuiteCache, acquires_once_and_releases_by_own_name_and_number) {
         EXPECT_EQ(&cache.handle(), &host.handles);
         cache.layer();
     }
-    EXPECT_EQ(host.calls.log, (Log{"acquire PF Handle Suite 2", "acquire AEGP Layer Suite 13",
-                                   "release PF Handle Suite 2", "release AEGP Layer Suite 13"}));
+    EXPECT_EQ(Log(host.calls.log.begin(), host.calls.log.begin() + 2),
+              (Log{"acquire PF Handle Suite 2", "acquire AEGP Layer Suite 13"}));
+    EXPECT_EQ(std::set<std::string>(host.calls.log.begin() + 2, host.calls.log.end()),
+              (std::set<std::string>{"release PF Handle Suite 2", "release AEGP Layer Suite 13"}));
+    EXPECT_EQ(host.calls.log.size(), 4u);
+    EXPECT_EQ(host.suites_held(), 0);
 }
 
 TEST(SuiteCache, refused_or_null_suite_throws_516_and_holds_nothing) {

@@ -30,10 +30,9 @@ TEST_F(LockScript, one_locks_and_anything_else_unlocks) {
 
 TEST_F(LockScript, result_is_freed_and_suites_are_given_back) {
     EXPECT_EQ(ks::run_lock_script(&host.in, 1), 0);
-    EXPECT_EQ(host.calls.log, (std::vector<std::string>{
-                                  "acquire AEGP Utility Suite 11", "acquire AEGP Memory Suite 1",
-                                  "ExecuteScript", "FreeMemHandle", "release AEGP Utility Suite 11",
-                                  "release AEGP Memory Suite 1"}));
+    EXPECT_EQ(host.calls.telling(), (std::vector<std::string>{"ExecuteScript", "FreeMemHandle"}));
+    EXPECT_EQ(host.calls.count("acquire AEGP Utility Suite 11"), 1);
+    EXPECT_EQ(host.calls.count("acquire AEGP Memory Suite 1"), 1);
     EXPECT_EQ(host.calls.live_blocks(), 0);
     EXPECT_EQ(host.suites_held(), 0);
     EXPECT_TRUE(host.calls.misuse.empty());

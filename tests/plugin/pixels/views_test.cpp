@@ -19,7 +19,7 @@ class ViewsTest : public testing::Test {
         record_.high_table = tables_.data() + kLowCurveEntries;
         record_.gain = 1.5f;
         record_.pixel_format = kFormatF;
-        record_.luminance_math = 1;
+        record_.luma_math = LumaMath::k601;
     }
 
     template <View V>
@@ -68,7 +68,7 @@ TEST_F(ViewsTest, luminance_601_goes_through_curve_and_gain) {
 }
 
 TEST_F(ViewsTest, luminance_709_has_its_own_weights) {
-    record_.luminance_math = kLuma709;
+    record_.luma_math = LumaMath::k709;
     const float luma = 0.2126f * 0.25f + 0.7152f * 0.5f + 0.0722f * 1.25f;
     expect_grey(view<View::kLuminance>(in_), 0.6f, curve(luma) * 1.5f);
 }
@@ -76,14 +76,14 @@ TEST_F(ViewsTest, luminance_709_has_its_own_weights) {
 TEST_F(ViewsTest, every_other_luminance_math_value_means_601) {
     const float luma = 0.299f * 0.25f + 0.587f * 0.5f + 0.114f * 1.25f;
     for (const int value : {0, 1, 3, 255}) {
-        EXPECT_EQ(luminance(in_, static_cast<std::uint8_t>(value)), luma) << value;
+        EXPECT_EQ(luminance(in_, luma_math_of(value)), luma) << value;
     }
 }
 
 TEST_F(ViewsTest, luminance_of_the_tiles_is_raw) {
     for (const int value : {0, 2, 255}) {
         record_.apply_curve = static_cast<std::uint8_t>(value);
-        expect_grey(view<View::kLuminance>(in_), 0.6f, luminance(in_, 1));
+        expect_grey(view<View::kLuminance>(in_), 0.6f, luminance(in_, LumaMath::k601));
     }
 }
 
@@ -94,12 +94,12 @@ TEST_F(ViewsTest, channel_views_ignore_gamma_and_gain) {
 }
 
 TEST_F(ViewsTest, cb_adds_one_and_halves) {
-    const float luma = luminance(in_, 1);
+    const float luma = luminance(in_, LumaMath::k601);
     expect_grey(view<View::kCb>(in_), 0.6f, (1.25f - luma + 1.0f) * 0.5f);
 }
 
 TEST_F(ViewsTest, cr_scales_by_0_6_and_then_adds_a_half) {
-    const float luma = luminance(in_, 1);
+    const float luma = luminance(in_, LumaMath::k601);
     expect_grey(view<View::kCr>(in_), 0.6f, (0.25f - luma) * 0.6f + 0.5f);
 }
 
@@ -125,7 +125,7 @@ TEST_F(ViewsTest, channel_views_need_no_tables) {
     record_.high_table = nullptr;
     record_.apply_curve = kRawLuma;
     EXPECT_EQ(view<View::kRed>(in_).blue, 0.25f);
-    EXPECT_EQ(view<View::kLuminance>(in_).blue, luminance(in_, 1));
+    EXPECT_EQ(view<View::kLuminance>(in_).blue, luminance(in_, LumaMath::k601));
 }
 
 TEST_F(ViewsTest, nan_gain_makes_colours_nan_and_leaves_alpha) {

@@ -20,7 +20,7 @@ Colour plain_view(std::int32_t mode, const Colour &c, const ConversionRecord &re
         return gamma_curve(v, record.low_table, record.high_table) * record.gain;
     };
     const auto grey = [&c](float v) { return Colour{c.alpha, v, v, v}; };
-    const float y = luminance(c, record.luminance_math);
+    const float y = luminance(c, record.luma_math);
     switch (mode) {
         case 1:
             return {c.alpha, curve(c.red), curve(c.green), curve(c.blue)};
@@ -64,7 +64,7 @@ class ViewCallbacksTest : public testing::TestWithParam<int> {
         record_.high_table = tables_.data() + kLowCurveEntries;
         record_.gain = gain;
         record_.pixel_format = format;
-        record_.luminance_math = math;
+        record_.luma_math = luma_math_of(math);
         prepare_record(record_);
     }
 

@@ -105,7 +105,7 @@ TEST_P(ViewsAgainstOracle, every_view_gamma_gain_luma_and_curve_flag_is_exact) {
                         record.low_table = tables.data();
                         record.high_table = tables.data() + ks::kLowCurveEntries;
                         record.gain = static_cast<float>(gain);
-                        record.luminance_math = static_cast<std::uint8_t>(luma);
+                        record.luma_math = ks::luma_math_of(luma);
                         const Image expected =
                             ks::oracle::convert_view(image, view, gamma, gain, luma, curve);
                         ASSERT_TRUE(ks::test_support::images_equal("view", expected,

@@ -6,6 +6,7 @@
 #include <numbers>
 
 #include "geometry/scope_layout.h"
+#include "geometry/scope_panel.h"
 #include "plugin/scopes/graticule/shape_list.h"
 #include "scopes/graticule/vectorscope_targets.h"
 

@@ -1,25 +1,17 @@
-// The traces of public test pictures beside the source tree; skipped without them.
+// The traces of a photograph, of pictures of extreme values, and of public test pictures where
+// there are any.
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <cmath>
-#include <filesystem>
 
 #include "plugin/scopes/merge/trace_promises.h"
-#include "stage/image/codecs/picture_io.h"
+#include "support/pictures/test_pictures.h"
 
 namespace ks {
 namespace {
 
-namespace fs = std::filesystem;
 using oracle::Depth;
-
-#if defined(_WIN32)
-constexpr const char *kPictures[] = {"StillLife.jpg", "Desk.jpg", "MtTamWest.jpg"};
-#else
-constexpr const char *kPictures[] = {"StillLife.jpg", "MtTamWest.jpg", "BrightRingsNanInf.exr",
-                                     "AllHalfValues.exr", "WideColorGamut.exr"};
-#endif
 
 /// Every second pixel each way, which is plenty.
 oracle::Image to_image(const stage::Picture &picture, Depth depth) {
@@ -39,15 +31,14 @@ oracle::Image to_image(const stage::Picture &picture, Depth depth) {
     return image;
 }
 
-class RealTraces : public testing::TestWithParam<const char *> {};
+class RealTraces : public testing::TestWithParam<std::string> {};
 
 TEST_P(RealTraces, keep_the_promises) {
-    const fs::path file = fs::path(KS_SOURCE_DIR) / ".." / "shared" / "images" / GetParam();
-    if (!fs::exists(file)) GTEST_SKIP() << GetParam() << " is absent";
-    const stage::Picture picture = stage::read_picture(file);
+    const std::optional<stage::Picture> picture = test_support::picture_named(GetParam());
+    if (!picture) GTEST_SKIP() << GetParam() << " is absent";
     for (const Depth depth : {Depth::kByte, Depth::kWord, Depth::kFloat}) {
         TraceCase c;
-        c.source = to_image(picture, depth);
+        c.source = to_image(*picture, depth);
         c.settings.show = {false, true, true, true, false, true};
         c.settings.quality = 3;
         c.settings.sub_pixel = true;
@@ -63,13 +54,8 @@ TEST_P(RealTraces, keep_the_promises) {
     }
 }
 
-std::string file_name(const testing::TestParamInfo<const char *> &file) {
-    std::string name = file.param;
-    std::replace(name.begin(), name.end(), '.', '_');
-    return name;
-}
-
-INSTANTIATE_TEST_SUITE_P(Files, RealTraces, testing::ValuesIn(kPictures), file_name);
+INSTANTIATE_TEST_SUITE_P(Pictures, RealTraces, testing::ValuesIn(test_support::picture_names()),
+                         [](const auto &name) { return name.param; });
 
 }  // namespace
 }  // namespace ks

@@ -5,10 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "pixels/depth.h"
-#include "scopes/merge/count_table.h"
-#include "scopes/sampling/column_slots.h"
-#include "scopes/sampling/row_map.h"
+#include "oracle/scope_oracle_pixels.h"
 
 namespace ks {
 namespace {
@@ -16,8 +13,8 @@ namespace {
 using oracle::Depth;
 using oracle::Stored;
 
-std::size_t pixel_index(const WorldView &panel, int x, int y) {
-    return static_cast<std::size_t>(y) * static_cast<std::size_t>(panel.width) +
+std::size_t pixel_index(int width, int x, int y) {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
            static_cast<std::size_t>(x);
 }
 
@@ -47,115 +44,125 @@ std::string pixel_text(const char *what, int x, int y, const Stored &got, const 
     return text;
 }
 
-/// Calls f(column, pixel as unit-scale floats) for every sample, in the order of a serial run.
-template <class F>
-void for_samples(const TraceCase &c, const ScopeSampleContext &context, F &&f) {
-    const float unit = c.source.depth == Depth::kByte   ? PixelTraits<Pixel8>::kToUnit
-                       : c.source.depth == Depth::kWord ? PixelTraits<Pixel16>::kToUnit
-                                                        : 1.0f;
-    const int rows = c.source.height / c.run.parts;
-    for (int part = 0; part < c.run.parts; ++part) {
-        for (int y = part * rows; y < (part + 1) * rows; y += context.stepY) {
-            for (int x = 0; x < c.source.width; x += context.stepX) {
-                const Stored s = oracle::stored_pixel(c.source, x, y);
-                f(x, Colour{static_cast<float>(s[0]) * unit, static_cast<float>(s[1]) * unit,
-                            static_cast<float>(s[2]) * unit, static_cast<float>(s[3]) * unit});
-            }
-        }
-    }
-}
-
-float luma_of(const Colour &c, const ScopeSampleContext &context) {
-    if (context.lumaMath == LumaMath::k709) {
-        return 0.2126f * c.red + 0.7152f * c.green + 0.0722f * c.blue;
-    }
-    return 0.299f * c.red + 0.587f * c.green + 0.114f * c.blue;
-}
-
 /// How far a channel's codes lie below the next whole number, at most 1.
 double below_whole(float channel, double full) {
     const double codes = static_cast<double>(channel) * full;
     return 1.0 - (codes - std::floor(codes));
 }
 
-/// What the waveform's hits of one pixel leave open.
+/// What the waveform's plots in one pixel leave open.
 struct WaveformHits {
     std::uint32_t uncertain = 0;  ///< plots that may add one code more, at 16 bits
     double plots = 0.0;           ///< full plots that they amount to, for alpha
+
+    /// `full_fade`: log(1 - alpha) of a full plot.
+    void add(const oracle::Colour &colour, double full_fade) {
+        uncertain += std::any_of(colour.begin() + 1, colour.end(), [](float channel) {
+            return below_whole(channel, 32768.0) <= 1.0 / 1024;
+        });
+        plots += std::log1p(-static_cast<double>(colour[0])) / full_fade;
+    }
 };
 
-std::vector<WaveformHits> waveform_hits(const TraceCase &test, const ScopeSampleContext &c) {
-    const int width = c.waveformBitmap.width, height = c.waveformBitmap.height;
-    std::vector<WaveformHits> hits(static_cast<std::size_t>(width) *
-                                   static_cast<std::size_t>(height));
-    const RowMap map{static_cast<double>(c.waveformBottom),
-                     c.valueScale,
-                     c.waveformSpan,
-                     0.0,
-                     c.topY,
-                     c.waveformBottom};
-    const bool luma = c.waveformMode != TraceMode::kRgb, rgb = c.waveformMode != TraceMode::kLuma;
-    const float trace = kRedTrace.red * c.waveformGain;
-    const double fade = std::log1p(-static_cast<double>(kRedTrace.alpha * c.waveformGain));
-    const auto uncertain = [](float channel) {
-        return below_whole(channel, 32768.0) <= 1.0 / 1024;
+/// What the colours gathered in one vectorscope pixel leave open, by channel.
+struct ColourHits {
+    std::uint32_t uncertain[3]{};
+    double subtracted[3]{};  ///< sum of the negative colours' magnitudes
+    double rounded = 0.0;    ///< most that float additions and sums are rounded by together
+    bool beyond = false;     ///< some colour is not within +-64
+
+    void add(const oracle::Colour &colour, Depth depth) {
+        const bool word = depth == Depth::kWord;
+        const double full = word ? 32768.0 : 255.0, margin = word ? 1e-3 : 1e-4;
+        rounded += 0x1p-25 + 0x1p-30;
+        for (std::size_t k = 0; k < 3; ++k) {
+            const float channel = colour[k + 1];
+            if (below_whole(channel, full) <= margin) ++uncertain[k];
+            if (channel < 0.0f) subtracted[k] -= static_cast<double>(channel);
+        }
+        for (const float channel : colour) beyond = beyond || !(std::abs(channel) <= 64.0f);
+    }
+};
+
+/// What is expected of a case, and what its plots leave open.
+struct Expectation {
+    oracle::ScopeContext context;
+    oracle::ScopeTraces traces;
+    std::vector<WaveformHits> waveform;   ///< by pixel_index; none where alpha and codes are equal
+    std::vector<ColourHits> vectorscope;  ///< by pixel_index; none in monochrome
+
+    [[nodiscard]] float full_alpha() const {
+        return context.rgb_colours[0][0] * context.waveform_gain;
+    }
+};
+
+bool splits_codes(const TraceCase &c) {
+    return c.source.depth != Depth::kFloat && c.settings.sub_pixel;
+}
+
+Expectation expectation_of(const TraceCase &c, const oracle::PanelExtents &shown) {
+    Expectation e{oracle::set_up_scopes(c.settings, c.source, shown),
+                  oracle::empty_traces(shown, c.source.depth),
+                  {},
+                  {}};
+    const oracle::Image &waveform = e.traces.panels[oracle::kWaveform];
+    const oracle::Image &vectorscope = e.traces.panels[oracle::kVectorscope];
+    if (splits_codes(c) || c.source.depth == Depth::kWord) {
+        e.waveform.resize(pixel_index(waveform.width, 0, waveform.height));
+    }
+    if (!c.settings.monochrome) {
+        e.vectorscope.resize(pixel_index(vectorscope.width, 0, vectorscope.height));
+    }
+    const double full_fade = std::log1p(-static_cast<double>(e.full_alpha()));
+    const auto note = [&](int kind, int x, int y, const oracle::Colour &colour) {
+        if (kind == oracle::kWaveform && !e.waveform.empty()) {
+            e.waveform[pixel_index(waveform.width, x, y)].add(colour, full_fade);
+        }
+        if (kind == oracle::kVectorscope && !e.vectorscope.empty()) {
+            e.vectorscope[pixel_index(vectorscope.width, x, y)].add(colour, c.source.depth);
+        }
     };
-    for_samples(test, c, [&](int column, const Colour &sample) {
-        const ColumnSplit split = split_column(c, column);
-        for (const int side : {0, 1}) {
-            const float w = side == 0 ? split.weight_first : split.weight_second;
-            const int x = split.first + side;
-            if (w == 0.0f || x < 0 || x >= width) continue;
-            const double plots = std::log1p(-static_cast<double>(kRedTrace.alpha * c.waveformGain) *
-                                            static_cast<double>(w)) /
-                                 fade;
-            const auto hit = [&](float value, bool may_be_off) {
-                if (std::isnan(value)) return;
-                const int y = map.top + map.row(value);
-                if (y >= height) return;
-                WaveformHits &at =
-                    hits[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                         static_cast<std::size_t>(x)];
-                at.plots += plots;
-                if (may_be_off) ++at.uncertain;
-            };
-            if (luma) {
-                hit(luma_of(sample, c), uncertain(c.lumaColour.red * w) ||
-                                            uncertain(c.lumaColour.green * w) ||
-                                            uncertain(c.lumaColour.blue * w));
-            }
-            for (const float v : {sample.red, sample.green, sample.blue}) {
-                if (rgb) hit(v, uncertain(trace * w));
-            }
+    oracle::sample_picture(c.source, e.context, c.run.parts, e.traces, note);
+    return e;
+}
+
+/// Entry n is the stored alpha after n plots of `alpha`, up to where further plots change nothing.
+std::vector<double> alpha_after_plots(Depth depth, float alpha) {
+    std::vector<double> after{0.0};
+    oracle::Image pixel = oracle::make_image(1, 1, depth);
+    oracle::with_depth(depth, [&](auto of_depth) {
+        const oracle::TypedPicture<decltype(of_depth)::value> picture(pixel);
+        for (;;) {
+            oracle::plot_trace(picture, 0, 0, {alpha, 0.0f, 0.0f, 0.0f});
+            const double stored = oracle::stored_pixel(pixel, 0, 0)[0];
+            if (stored == after.back()) break;
+            after.push_back(stored);
         }
     });
-    return hits;
+    return after;
 }
 
 /// Alpha after the plots, one more or fewer where their number is close to a whole one.
-template <class P>
-bool is_alpha_of(double alpha, double plots, const CountTable<P> &table) {
+bool is_alpha_of(double alpha, double plots, const std::vector<double> &after_plots) {
     const double slack = 1e-2 + 1e-5 * plots;
     const auto after = [&](double n) {
-        return static_cast<double>(table.after(static_cast<std::size_t>(std::max(n, 0.0))).alpha);
+        const auto whole = static_cast<std::size_t>(std::max(n, 0.0));
+        return after_plots[std::min(whole, after_plots.size() - 1)];
     };
     return alpha >= after(plots - slack) && alpha <= after(plots + slack);
 }
 
-void expect_waveform(const TraceCase &test, MeasuredTraces &got, const oracle::Image &expected,
+void expect_waveform(const TraceCase &test, MeasuredTraces &got, const Expectation &expected,
                      PromiseCount &count) {
     const Depth depth = test.source.depth;
-    const ScopeSampleContext &c = got.context;
-    const bool split_codes = depth != Depth::kFloat && c.subPixel == 1;
-    std::vector<WaveformHits> hits;
-    if (split_codes || depth == Depth::kWord) hits = waveform_hits(test, c);
-    const Colour full{kRedTrace.alpha * c.waveformGain, 0.0f, 0.0f, 0.0f};
-    const CountTable<Pixel8> table8(full);
-    const CountTable<Pixel16> table16(full);
+    const bool split_codes = splits_codes(test);
+    const oracle::Image &panel = expected.traces.panels[oracle::kWaveform];
+    std::vector<double> after_plots;
+    if (split_codes) after_plots = alpha_after_plots(depth, expected.full_alpha());
     std::size_t failures = 0;
     const auto check = [&](int x, int y, const Stored &p, const Stored &want) {
         WaveformHits at;
-        if (!hits.empty()) at = hits[pixel_index(c.waveformBitmap, x, y)];
+        if (!expected.waveform.empty()) at = expected.waveform[pixel_index(panel.width, x, y)];
         bool kept = true, off = false;
         for (std::size_t k = 1; k < 4; ++k) {
             const double less = want[k] - p[k];
@@ -166,18 +173,16 @@ void expect_waveform(const TraceCase &test, MeasuredTraces &got, const oracle::I
             off = off || less != 0.0;
         }
         if (depth == Depth::kFloat) {
-            kept = kept && std::abs(p[0] - want[0]) <= (c.subPixel == 1 ? 1e-4 : 1e-5);
+            kept = kept && std::abs(p[0] - want[0]) <= (test.settings.sub_pixel ? 1e-4 : 1e-5);
         } else if (p[0] != want[0]) {
-            kept = kept && split_codes &&
-                   (depth == Depth::kByte ? is_alpha_of(p[0], at.plots, table8)
-                                          : is_alpha_of(p[0], at.plots, table16));
+            kept = kept && split_codes && is_alpha_of(p[0], at.plots, after_plots);
         }
         if (want != Stored{}) ++count.lit;
         if (at.uncertain > 0) ++count.uncertain;
         if (at.uncertain > 0 && off) ++count.off;
         if (!kept && ++failures <= 3) ADD_FAILURE() << pixel_text("waveform", x, y, p, want);
     };
-    for_pixels(got.panels[oracle::kWaveform], depth, expected, check);
+    for_pixels(got.panels[oracle::kWaveform], depth, panel, check);
     EXPECT_EQ(failures, 0u) << "waveform pixels";
 }
 
@@ -191,46 +196,6 @@ void expect_equal(const char *what, TracePanel &panel, Depth depth, const oracle
     EXPECT_EQ(failures, 0u) << what << " pixels";
 }
 
-/// What the colours gathered in one vectorscope pixel leave open, by channel.
-struct ColourHits {
-    std::uint32_t uncertain[3]{};
-    double subtracted[3]{};  ///< sum of the negative colours' magnitudes
-    double rounded = 0.0;    ///< most that float additions and sums are rounded by together
-    bool beyond = false;     ///< some colour is not within +-64
-};
-
-std::vector<ColourHits> colour_hits(const TraceCase &test, const ScopeSampleContext &c) {
-    const int width = c.vectorscopeBitmap.width, height = c.vectorscopeBitmap.height;
-    std::vector<ColourHits> hits(static_cast<std::size_t>(width) *
-                                 static_cast<std::size_t>(height));
-    const bool is_709 = c.lumaMath == LumaMath::k709;
-    const double kb = is_709 ? 0.3266 : 0.342, kr = is_709 ? 0.5453 : 0.6125;
-    const double calibration = static_cast<double>(c.calibrationGain);
-    const bool word = test.source.depth == Depth::kWord;
-    const double full = word ? 32768.0 : 255.0, margin = word ? 1e-3 : 1e-4;
-    for_samples(test, c, [&](int, const Colour &s) {
-        const bool neutral = s.red == s.green && s.green == s.blue;
-        const float luma = luma_of(s, c);
-        const double x =
-            static_cast<double>(neutral ? 0.0f : s.blue - luma) * kb * c.cbGain * calibration +
-            c.vectorscopeCentreX;
-        const double y = c.vectorscopeCentreY - static_cast<double>(neutral ? 0.0f : s.red - luma) *
-                                                    kr * c.crGain * calibration;
-        if (!(x > -1.0 && x < width && y > -1.0 && y < height)) return;
-        ColourHits &at = hits[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) +
-                              static_cast<std::size_t>(x)];
-        at.rounded += 0x1p-25 + 0x1p-30;
-        const float gain = c.vectorscopeGain * 0.2f;
-        const float colours[4]{s.red * gain, s.green * gain, s.blue * gain, s.alpha * gain};
-        for (std::size_t k = 0; k < 3; ++k) {
-            if (below_whole(colours[k], full) <= margin) ++at.uncertain[k];
-            if (colours[k] < 0.0f) at.subtracted[k] -= static_cast<double>(colours[k]);
-        }
-        for (const float colour : colours) at.beyond = at.beyond || !(std::abs(colour) <= 64.0f);
-    });
-    return hits;
-}
-
 bool is_opaque(const oracle::Image &image) {
     for (int y = 0; y < image.height; ++y) {
         for (int x = 0; x < image.width; ++x) {
@@ -241,16 +206,15 @@ bool is_opaque(const oracle::Image &image) {
     return true;
 }
 
-}  // namespace
-
-void expect_colour_promise(const TraceCase &c, MeasuredTraces &got, const oracle::Image &expected,
-                           PromiseCount &count) {
+/// The vectorscope in the samples' colours.
+void expect_colours(const TraceCase &c, MeasuredTraces &got, const Expectation &expected,
+                    PromiseCount &count) {
     const Depth depth = c.source.depth;
-    const std::vector<ColourHits> hits = colour_hits(c, got.context);
+    const oracle::Image &panel = expected.traces.panels[oracle::kVectorscope];
     const bool opaque = is_opaque(c.source);
     std::size_t failures = 0;
     const auto check = [&](int x, int y, const Stored &p, const Stored &want) {
-        const ColourHits &at = hits[pixel_index(got.context.vectorscopeBitmap, x, y)];
+        const ColourHits &at = expected.vectorscope[pixel_index(panel.width, x, y)];
         bool kept = true;
         for (std::size_t k = 0; k < 3; ++k) {
             const double less = want[k + 1] - p[k + 1];
@@ -267,9 +231,11 @@ void expect_colour_promise(const TraceCase &c, MeasuredTraces &got, const oracle
         if (want != Stored{}) ++count.lit;
         if (!kept && ++failures <= 3) ADD_FAILURE() << pixel_text("vectorscope", x, y, p, want);
     };
-    for_pixels(got.panels[oracle::kVectorscope], depth, expected, check);
+    for_pixels(got.panels[oracle::kVectorscope], depth, panel, check);
     EXPECT_EQ(failures, 0u) << "vectorscope pixels in the samples' colours";
 }
+
+}  // namespace
 
 PromiseCount expect_promises(const TraceCase &c) {
     PromiseCount count;
@@ -277,12 +243,11 @@ PromiseCount expect_promises(const TraceCase &c) {
     for (std::size_t kind = 1; kind < shown.size(); ++kind) {
         if (c.settings.show[kind]) shown[kind] = c.extents[kind];
     }
-    oracle::ScopeTraces expected = oracle::empty_traces(shown, c.source.depth);
-    oracle::sample_picture(c.source, oracle::set_up_scopes(c.settings, c.source, shown),
-                           c.run.parts, expected);
+    const Expectation expectation = expectation_of(c, shown);
+    const oracle::ScopeTraces &expected = expectation.traces;
     MeasuredTraces got = measure(c.source, c.settings, shown, c.run);
     if (c.settings.show[oracle::kWaveform]) {
-        expect_waveform(c, got, expected.panels[oracle::kWaveform], count);
+        expect_waveform(c, got, expectation, count);
         EXPECT_EQ(got.over_range, expected.waveform_over_range);
     }
     if (c.settings.show[oracle::kParade]) {
@@ -296,7 +261,7 @@ PromiseCount expect_promises(const TraceCase &c) {
             expect_equal("vectorscope", got.panels[oracle::kVectorscope], c.source.depth, panel,
                          count);
         } else {
-            expect_colour_promise(c, got, panel, count);
+            expect_colours(c, got, expectation, count);
         }
     }
     if (!c.settings.show[oracle::kHistogram]) return count;

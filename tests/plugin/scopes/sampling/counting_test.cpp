@@ -59,7 +59,7 @@ TEST(SampleBlockLuma, is_summed_from_left_to_right_in_single_precision) {
         std::vector<PixelF> pixels(63);
         for (PixelF &p : pixels) p = {1.0f, any(random), any(random), any(random)};
         SampleBlock block = block_of(pixels);
-        fill_luma(luma_weights(math), block);
+        fill_luma(math, block);
         for (std::size_t i = 0; i < pixels.size(); ++i) {
             const PixelF &p = pixels[i];
             const float y = math == LumaMath::k709
@@ -81,7 +81,7 @@ TEST(SampleBlockLuma, neutral_samples_have_no_difference) {
     pixels.push_back({1.0f, kInf, kInf, kInf});
     pixels.push_back({1.0f, -kInf, -kInf, -kInf});
     SampleBlock block = block_of(pixels);
-    fill_luma(luma_weights(LumaMath::k601), block);
+    fill_luma(LumaMath::k601, block);
     for (std::size_t i = 0; i < pixels.size(); ++i) {
         EXPECT_EQ(block.blue_y[i], 0.0f);
         EXPECT_EQ(block.red_y[i], 0.0f);
@@ -92,7 +92,7 @@ TEST(SampleBlockRange, any_channel_above_the_limit_counts_and_nan_does_not) {
     const float over = std::nextafterf(kOverRange, 2.0f);
     const auto check = [](PixelF pixel, bool with_luma = false) {
         SampleBlock block = block_of({{}, {}, {}, {}, pixel});
-        fill_luma(luma_weights(LumaMath::k601), block);
+        fill_luma(LumaMath::k601, block);
         return any_over_range(block, with_luma);
     };
     EXPECT_FALSE(check({1, kOverRange, kOverRange, kOverRange}));

@@ -29,6 +29,14 @@ ks::ParamWrites drag(const Scene &scene, int n, ks::FixedPoint pointer, double g
     return ks::dragged_values(row_of(n), expected::settings_of(scene), pointer, state);
 }
 
+/// What is written, which has to be of that kind.
+double number(const ks::ParamWrite &write) {
+    return std::get<double>(write.value);
+}
+ks::FixedPoint point(const ks::ParamWrite &write) {
+    return std::get<ks::FixedPoint>(write.value);
+}
+
 /// The parameter index that a handle's drag writes (the wipe's first), from the panel's list.
 int written_index(int n) {
     constexpr int kIndex[] = {5, 4, 11, 28, 27, 39, 38, 44, 43, 51, 50, 56, 55};
@@ -52,10 +60,9 @@ TEST(Drag, corner_dragged_to_where_it_is_keeps_its_size) {
             const ks::ParamWrites writes = drag(scene, n, at(corner.x, corner.y));
             ASSERT_EQ(writes.count, 1u);
             EXPECT_EQ(writes.writes[0].param, written_index(n));
-            EXPECT_FALSE(writes.writes[0].is_point);
             const double size = n == 0 ? scene.monitor_size
                                        : scene.scopes[static_cast<std::size_t>(n - 3) / 2].size;
-            EXPECT_NEAR(writes.writes[0].number, size, kSteps) << n;
+            EXPECT_NEAR(number(writes.writes[0]), size, kSteps) << n;
         }
     }
 }
@@ -63,9 +70,9 @@ TEST(Drag, corner_dragged_to_where_it_is_keeps_its_size) {
 TEST(Drag, corner_size_is_the_distance_times_the_pixel_aspect) {
     Scene scene;
     scene.par_num = 2;
-    EXPECT_EQ(drag(scene, 5, at(400 + 250.5, 0)).writes[0].number, 501.0);
-    EXPECT_EQ(drag(scene, 0, at(300 + 480, 0)).writes[0].number, 50.0);
-    EXPECT_EQ(drag(scene, 0, at(300 + 960, 0)).writes[0].number, 100.0);
+    EXPECT_EQ(number(drag(scene, 5, at(400 + 250.5, 0)).writes[0]), 501.0);
+    EXPECT_EQ(number(drag(scene, 0, at(300 + 480, 0)).writes[0]), 50.0);
+    EXPECT_EQ(number(drag(scene, 0, at(300 + 960, 0)).writes[0]), 100.0);
 }
 
 TEST(Drag, monitor_corner_at_aspect_2_lies_480_pixels_from_the_position) {
@@ -76,9 +83,9 @@ TEST(Drag, monitor_corner_at_aspect_2_lies_480_pixels_from_the_position) {
 
 TEST(Drag, values_outside_the_ranges_are_left_to_the_host) {
     Scene scene;
-    EXPECT_EQ(drag(scene, 5, at(300, 0)).writes[0].number, -100.0);
-    EXPECT_EQ(drag(scene, 0, at(300 + 3840, 0)).writes[0].number, 200.0);
-    EXPECT_EQ(drag(scene, 11, at(0, 600)).writes[0].number, -142.0);
+    EXPECT_EQ(number(drag(scene, 5, at(300, 0)).writes[0]), -100.0);
+    EXPECT_EQ(number(drag(scene, 0, at(300 + 3840, 0)).writes[0]), 200.0);
+    EXPECT_EQ(number(drag(scene, 11, at(0, 600)).writes[0]), -142.0);
 }
 
 TEST(Drag, height_bar_dragged_to_where_it_is_keeps_the_height) {
@@ -86,13 +93,13 @@ TEST(Drag, height_bar_dragged_to_where_it_is_keeps_the_height) {
     const ks::ParamWrites writes = drag(scene, 11, at(1100, expected::height_line(scene).t));
     ASSERT_EQ(writes.count, 1u);
     EXPECT_EQ(writes.writes[0].param, 56);
-    EXPECT_EQ(writes.writes[0].number, 80.0);
+    EXPECT_EQ(number(writes.writes[0]), 80.0);
 }
 
 TEST(Drag, height_is_measured_from_the_position_with_its_fraction) {
     Scene scene;
     scene.scopes[4].y = 700.25;
-    EXPECT_EQ(drag(scene, 11, at(1100, 822)).writes[0].number, 79.75);
+    EXPECT_EQ(number(drag(scene, 11, at(1100, 822)).writes[0]), 79.75);
 }
 
 TEST(Drag, move_bar_dragged_to_where_it_is_keeps_the_position) {
@@ -105,13 +112,12 @@ TEST(Drag, move_bar_dragged_to_where_it_is_keeps_the_position) {
             const ks::ParamWrites writes = drag(scene, n, at(bar.l + 33, bar.t + 7), 33, 7);
             ASSERT_EQ(writes.count, 1u);
             EXPECT_EQ(writes.writes[0].param, written_index(n));
-            ASSERT_TRUE(writes.writes[0].is_point);
             const double x =
                 n == 1 ? scene.monitor_x : scene.scopes[static_cast<std::size_t>(n - 3) / 2].x;
             const double y =
                 n == 1 ? scene.monitor_y : scene.scopes[static_cast<std::size_t>(n - 3) / 2].y;
-            EXPECT_NEAR(writes.writes[0].point.x / 65536.0, x, kSteps) << n;
-            EXPECT_EQ(writes.writes[0].point.y / 65536.0, y) << n;
+            EXPECT_NEAR(point(writes.writes[0]).x / 65536.0, x, kSteps) << n;
+            EXPECT_EQ(point(writes.writes[0]).y / 65536.0, y) << n;
         }
     }
 }
@@ -119,28 +125,28 @@ TEST(Drag, move_bar_dragged_to_where_it_is_keeps_the_position) {
 TEST(Drag, move_bar_multiplies_x_after_taking_the_grab_offset_off) {
     Scene scene;
     scene.par_num = 2;
-    const ks::FixedPoint point = drag(scene, 4, at(110, 50), 10, 20).writes[0].point;
-    EXPECT_EQ(point.x, 200 * 65536);
-    EXPECT_EQ(point.y, 30 * 65536);
+    const ks::FixedPoint moved = point(drag(scene, 4, at(110, 50), 10, 20).writes[0]);
+    EXPECT_EQ(moved.x, 200 * 65536);
+    EXPECT_EQ(moved.y, 30 * 65536);
 }
 
 TEST(Drag, move_bar_takes_window_pixels_off_layer_pixels) {
     // At 400 % the grab offset counts four times: 20 layer pixels in, 80 window pixels.
     Scene scene;
-    EXPECT_EQ(drag(scene, 4, at(15 + 20, 14), 80, 0).writes[0].point.x, (15 - 60) * 65536);
+    EXPECT_EQ(point(drag(scene, 4, at(15 + 20, 14), 80, 0).writes[0]).x, (15 - 60) * 65536);
 }
 
 TEST(Drag, position_too_far_for_16_16_stays_at_its_end) {
     Scene scene;
     scene.par_num = 2;
-    EXPECT_EQ(drag(scene, 4, at(30000, 0)).writes[0].point.x, INT32_MAX);
-    EXPECT_EQ(drag(scene, 4, at(-30000, 0)).writes[0].point.x, INT32_MIN);
+    EXPECT_EQ(point(drag(scene, 4, at(30000, 0)).writes[0]).x, INT32_MAX);
+    EXPECT_EQ(point(drag(scene, 4, at(-30000, 0)).writes[0]).x, INT32_MIN);
     ks::DragState state;
     state.slots = {INT64_MIN, INT64_MAX};
     const auto writes =
         ks::dragged_values(row_of(4), expected::settings_of(scene), at(0, 0), state);
-    EXPECT_EQ(writes.writes[0].point.x, INT32_MAX);
-    EXPECT_EQ(writes.writes[0].point.y, INT32_MIN);
+    EXPECT_EQ(point(writes.writes[0]).x, INT32_MAX);
+    EXPECT_EQ(point(writes.writes[0]).y, INT32_MIN);
 }
 
 TEST(Drag, wipe_dragged_to_where_it_is_keeps_both_values_in_every_layout) {
@@ -150,13 +156,13 @@ TEST(Drag, wipe_dragged_to_where_it_is_keeps_both_values_in_every_layout) {
             scene.layout = layout;
             scene.par_num = aspect[0];
             scene.par_den = aspect[1];
-            const expected::Point point = expected::handle_point(scene, 2);
-            const ks::ParamWrites writes = drag(scene, 2, at(point.x, point.y));
+            const expected::Point handle = expected::handle_point(scene, 2);
+            const ks::ParamWrites writes = drag(scene, 2, at(handle.x, handle.y));
             ASSERT_EQ(writes.count, 2u);
             EXPECT_EQ(writes.writes[0].param, 11);
-            EXPECT_NEAR(writes.writes[0].number, 30, kSteps) << layout;
+            EXPECT_NEAR(number(writes.writes[0]), 30, kSteps) << layout;
             EXPECT_EQ(writes.writes[1].param, 12);
-            EXPECT_NEAR(writes.writes[1].number, 60, kSteps) << layout;
+            EXPECT_NEAR(number(writes.writes[1]), 60, kSteps) << layout;
         }
     }
 }
@@ -164,20 +170,20 @@ TEST(Drag, wipe_dragged_to_where_it_is_keeps_both_values_in_every_layout) {
 TEST(Drag, wipe_opacity_is_100_in_the_middle_0_at_nine_tenths_and_runs_on_beyond) {
     Scene scene;
     scene.layout = 1;
-    const auto opacity = [&](double y) { return drag(scene, 2, at(960, y)).writes[1].number; };
+    const auto opacity = [&](double y) { return number(drag(scene, 2, at(960, y)).writes[1]); };
     EXPECT_EQ(opacity(540), 100.0);
     EXPECT_EQ(opacity(972), 0.0);
     EXPECT_EQ(opacity(1080), -25.0);
     EXPECT_EQ(opacity(0), 225.0);
-    EXPECT_DOUBLE_EQ(drag(scene, 2, at(-192, 540)).writes[0].number, -10.0);
-    EXPECT_DOUBLE_EQ(drag(scene, 2, at(2112, 540)).writes[0].number, 110.0);
+    EXPECT_DOUBLE_EQ(number(drag(scene, 2, at(-192, 540)).writes[0]), -10.0);
+    EXPECT_DOUBLE_EQ(number(drag(scene, 2, at(2112, 540)).writes[0]), 110.0);
 }
 
 TEST(Drag, wipe_counts_from_a_half_height_cut_to_whole_pixels) {
     Scene scene;
     scene.layout = 1;
     scene.height = 1081;
-    EXPECT_EQ(drag(scene, 2, at(960, 540)).writes[1].number, 100.0);
+    EXPECT_EQ(number(drag(scene, 2, at(960, 540)).writes[1]), 100.0);
 }
 
 TEST(Drag, wipe_without_a_region_or_without_extent_writes_nothing) {

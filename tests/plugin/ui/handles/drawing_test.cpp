@@ -11,7 +11,6 @@
 namespace {
 
 using expected::Scene;
-using How = ks::PaintItem::How;
 
 std::vector<ks::PaintItem> items(const Scene &scene, int n,
                                  const expected::Window &window = expected::Window{}) {
@@ -27,21 +26,27 @@ struct Expected {
     float y;
 };
 
-void expect_path(const ks::PaintItem &item, How how, const std::vector<Expected> &points) {
-    EXPECT_EQ(item.how, how);
-    ASSERT_EQ(item.count, points.size());
+template <class Kind>
+void expect_path(const ks::PaintItem &item, const std::vector<Expected> &points) {
+    const auto *path = std::get_if<Kind>(&item);
+    ASSERT_NE(path, nullptr);
+    ASSERT_EQ(path->count, points.size());
     for (std::size_t i = 0; i < points.size(); ++i) {
-        EXPECT_EQ(item.points[i].starts, points[i].starts) << i;
-        EXPECT_FLOAT_EQ(item.points[i].x, points[i].x) << i;
-        EXPECT_FLOAT_EQ(item.points[i].y, points[i].y) << i;
+        EXPECT_EQ(path->points[i].starts, points[i].starts) << i;
+        EXPECT_FLOAT_EQ(path->points[i].x, points[i].x) << i;
+        EXPECT_FLOAT_EQ(path->points[i].y, points[i].y) << i;
     }
+}
+
+ks::Bar bar(const Scene &scene) {
+    return std::get<ks::Bar>(items(scene, 1).at(0));
 }
 
 TEST(Drawing, monitor_corner_is_a_triangle_of_12_pixels) {
     const auto drawn = items(Scene{}, 0);  // from (300, 200) to (1260, 740)
     ASSERT_EQ(drawn.size(), 1u);
-    expect_path(drawn[0], How::kFillPath,
-                {{true, 1260, 740}, {false, 1260, 728}, {false, 1248, 740}, {false, 1260, 740}});
+    expect_path<ks::FilledPath>(
+        drawn[0], {{true, 1260, 740}, {false, 1260, 728}, {false, 1248, 740}, {false, 1260, 740}});
 }
 
 TEST(Drawing, triangle_keeps_its_size_at_every_zoom) {
@@ -49,19 +54,19 @@ TEST(Drawing, triangle_keeps_its_size_at_every_zoom) {
     window.zoom_num = 4;
     window.pan_x = -5;
     window.pan_y = 10;
-    expect_path(
-        items(Scene{}, 0, window).at(0), How::kFillPath,
+    expect_path<ks::FilledPath>(
+        items(Scene{}, 0, window).at(0),
         {{true, 5035, 2970}, {false, 5035, 2958}, {false, 5023, 2970}, {false, 5035, 2970}});
 }
 
 TEST(Drawing, monitor_bar_is_a_rectangle_18_pixels_tall) {
     const auto drawn = items(Scene{}, 1);
     ASSERT_EQ(drawn.size(), 1u);
-    EXPECT_EQ(drawn[0].how, How::kRectangle);
-    EXPECT_EQ(drawn[0].left, 300.f);
-    EXPECT_EQ(drawn[0].top, 200.f);
-    EXPECT_EQ(drawn[0].width, 960.f);
-    EXPECT_EQ(drawn[0].height, 18.f);
+    const auto painted = std::get<ks::Bar>(drawn[0]);
+    EXPECT_EQ(painted.left, 300.f);
+    EXPECT_EQ(painted.top, 200.f);
+    EXPECT_EQ(painted.width, 960.f);
+    EXPECT_EQ(painted.height, 18.f);
     EXPECT_EQ(ks::kBarColour, (std::array<float, 4>{0.5f, 0.5f, 0.5f, 0.75f}));
 }
 
@@ -70,7 +75,7 @@ TEST(Drawing, bar_height_is_divided_by_the_vertical_denominator_in_whole_pixels)
     const int heights[][2] = {{1, 18}, {2, 9}, {3, 6}, {4, 4}, {5, 3}, {19, 0}};
     for (const auto &each : heights) {
         scene.den_y = each[0];
-        EXPECT_EQ(items(scene, 1).at(0).height, static_cast<float>(each[1])) << each[0];
+        EXPECT_EQ(bar(scene).height, static_cast<float>(each[1])) << each[0];
     }
 }
 
@@ -79,14 +84,13 @@ TEST(Drawing, corners_are_rounded_to_whole_window_pixels_before_the_width_is_tak
     scene.monitor_x = 300.5;
     scene.monitor_y = 200.25;
     scene.width = 1919;  // the right edge at 300.5 + 959.5
-    const ks::PaintItem bar = items(scene, 1).at(0);
-    EXPECT_EQ(bar.left, 301.f);
-    EXPECT_EQ(bar.top, 200.f);
-    EXPECT_EQ(bar.width, 1260.f - 301.f);
+    EXPECT_EQ(bar(scene).left, 301.f);
+    EXPECT_EQ(bar(scene).top, 200.f);
+    EXPECT_EQ(bar(scene).width, 1260.f - 301.f);
     scene.monitor_x = -0.5;
     scene.monitor_y = -0.75;
-    EXPECT_EQ(items(scene, 1).at(0).left, 0.f);
-    EXPECT_EQ(items(scene, 1).at(0).top, -1.f);
+    EXPECT_EQ(bar(scene).left, 0.f);
+    EXPECT_EQ(bar(scene).top, -1.f);
 }
 
 TEST(Drawing, monitor_is_drawn_with_the_aspect_on_its_size_alone) {
@@ -101,7 +105,7 @@ TEST(Drawing, monitor_is_drawn_with_the_aspect_on_its_size_alone) {
     EXPECT_EQ(clicked.from.x, 150) << "clicked with it on both edges";
     EXPECT_EQ(clicked.to.x, 630);
     EXPECT_EQ(clicked.to.y, 740);
-    EXPECT_EQ(items(scene, 1).at(0).left, 300.f);
+    EXPECT_EQ(bar(scene).left, 300.f);
 }
 
 TEST(Drawing, monitor_position_keeps_its_fraction_when_drawn_only) {
@@ -121,8 +125,8 @@ TEST(Drawing, wipe_at_full_opacity_is_a_diamond_alone) {
     scene.opacity = 100;
     const auto drawn = items(scene, 2);
     ASSERT_EQ(drawn.size(), 1u);
-    expect_path(drawn[0], How::kFillPath,
-                {{true, 571, 540}, {false, 576, 535}, {false, 581, 540}, {false, 576, 545}});
+    expect_path<ks::FilledPath>(
+        drawn[0], {{true, 571, 540}, {false, 576, 535}, {false, 581, 540}, {false, 576, 545}});
 }
 
 TEST(Drawing, wipe_below_full_opacity_has_ticks_and_a_stem_beneath_the_diamond) {
@@ -130,15 +134,14 @@ TEST(Drawing, wipe_below_full_opacity_has_ticks_and_a_stem_beneath_the_diamond) 
     scene.layout = 1;  // xw = 576, middle 540, yo = 1080 * 0.66 = 712.8, opacity 0 at 972
     const auto drawn = items(scene, 2);
     ASSERT_EQ(drawn.size(), 2u);
-    expect_path(drawn[0], How::kStrokePath,
-                {{true, 573, 540},
-                 {false, 579, 540},
-                 {true, 576, 540},
-                 {false, 576, 712.8f},
-                 {true, 573, 972},
-                 {false, 579, 972}});
-    expect_path(
-        drawn[1], How::kFillPath,
+    expect_path<ks::StrokedPath>(drawn[0], {{true, 573, 540},
+                                            {false, 579, 540},
+                                            {true, 576, 540},
+                                            {false, 576, 712.8f},
+                                            {true, 573, 972},
+                                            {false, 579, 972}});
+    expect_path<ks::FilledPath>(
+        drawn[1],
         {{true, 571, 712.8f}, {false, 576, 707.8f}, {false, 581, 712.8f}, {false, 576, 717.8f}});
 }
 
@@ -146,7 +149,8 @@ TEST(Drawing, wipe_below_full_opacity_has_ticks_and_a_stem_beneath_the_diamond) 
 expected::Point diamond(const Scene &scene, const expected::Window &window = expected::Window{}) {
     const auto drawn = items(scene, 2, window);
     if (drawn.empty()) return {-1, -1};
-    return {drawn.back().points[1].x, drawn.back().points[0].y};
+    const auto &path = std::get<ks::FilledPath>(drawn.back());
+    return {path.points[1].x, path.points[0].y};
 }
 
 TEST(Drawing, wipe_region_follows_the_layout) {
@@ -217,9 +221,12 @@ TEST(Drawing, values_without_meaning_never_reach_the_host) {
         scene.compare = bad;
         scene.opacity = bad;
         for (const ks::PaintItem &item : items(scene, 2)) {
-            for (std::size_t i = 0; i < item.count; ++i) {
-                EXPECT_LE(std::abs(item.points[i].x), 1048576.f);
-                EXPECT_LE(std::abs(item.points[i].y), 1048576.f);
+            const auto *stem = std::get_if<ks::StrokedPath>(&item);
+            const ks::Path &path = stem != nullptr ? static_cast<const ks::Path &>(*stem)
+                                                   : std::get<ks::FilledPath>(item);
+            for (std::size_t i = 0; i < path.count; ++i) {
+                EXPECT_LE(std::abs(path.points[i].x), 1048576.f);
+                EXPECT_LE(std::abs(path.points[i].y), 1048576.f);
             }
         }
     }
