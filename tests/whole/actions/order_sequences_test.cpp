@@ -7,6 +7,7 @@
 
 #include "stage/effect/effect_instance.h"
 #include "stage/session/session.h"
+#include "support/paths.h"
 #include "whole/actions/dice.h"
 #include "whole/actions/order_model.h"
 
@@ -43,7 +44,7 @@ int kind_of(int edit) {
 
 class OrderSequences : public testing::Test {
   protected:
-    OrderSequences() : session(KS_PLUGIN_FILE) {
+    OrderSequences() : session(paths::plugin()) {
         session.start();
         stage::Project &project = session.host.project;
         comp = project.active_comp = project.add_comp("comp", 100, 80, 1, 1, 1);
