@@ -1,7 +1,7 @@
 #include "stage/services/utility_callbacks.h"
 
 #include "stage/services/calls/ansi_calls.h"
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 #include "stage/services/calls/handle_calls.h"
 #include "stage/services/calls/iterate_calls.h"
 #include "stage/services/calls/pixel_calls.h"

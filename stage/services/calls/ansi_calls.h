@@ -8,7 +8,7 @@
 #include <cstring>
 #include <string>
 
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 
 namespace stage::calls {
 

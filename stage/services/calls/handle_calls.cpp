@@ -1,6 +1,6 @@
 #include "stage/services/calls/handle_calls.h"
 
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 
 namespace stage::calls {
 

@@ -1,7 +1,7 @@
 #include "stage/services/calls/iterate_calls.h"
 
 #include "stage/host/schedule.h"
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 
 namespace stage::calls {
 namespace {

@@ -8,7 +8,7 @@
 #include "stage/pixels/fill_pixels.h"
 #include "stage/pixels/transfer_pixels.h"
 #include "stage/pixels/transform_pixels.h"
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 
 namespace stage::calls {
 namespace {

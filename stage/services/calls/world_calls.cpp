@@ -2,7 +2,7 @@
 
 #include <optional>
 
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 
 namespace stage::calls {
 namespace {

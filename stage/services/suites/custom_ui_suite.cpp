@@ -2,7 +2,7 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "stage/services/calls/drawbot_calls.h"
-#include "stage/services/calls/unimplemented.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 
 namespace stage {

@@ -5,7 +5,7 @@
 
 #include "hostapi/suite_names.h"
 #include "stage/services/calls/drawbot_calls.h"
-#include "stage/services/calls/unimplemented.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 #include "stage/text/utf16.h"
 

@@ -1,7 +1,7 @@
 #include "hostapi/suite_names.h"
 #include "stage/services/calls/project_access.h"
 #include "stage/services/calls/stream_value.h"
-#include "stage/services/calls/unimplemented.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "AEGP Stream Suite." #function

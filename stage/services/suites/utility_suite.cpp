@@ -2,7 +2,7 @@
 #include "stage/host/active_command.h"
 #include "stage/script/script.h"
 #include "stage/services/calls/project_access.h"
-#include "stage/services/calls/unimplemented.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 
 #define KS_NAME(function) "AEGP Utility Suite." #function

@@ -1,7 +1,7 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "stage/host/suite_registry.h"
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 #include "stage/services/calls/pixel_calls.h"
 #include "stage/services/suites/suites.h"
 
