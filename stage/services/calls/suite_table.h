@@ -1,51 +1,44 @@
-// Slots that nobody needs: calling one is a finding, not a crash.
+// Suite tables: complete, and offered by name and number.
 #pragma once
 
-#include <string>
-#include <type_traits>
+#include <cstdint>
 
-#include "hostapi/constants.h"
 #include "hostapi/host.h"
-#include "stage/host/host.h"
-#include "stage/host/host_call.h"
+#include "stage/host/call_table.h"
+#include "stage/host/suite_registry.h"
 
 namespace stage {
 
-/// Turns into a function for any slot. `Slot::name()` is "<struct>.<function>" and shows up in the
-/// trace. The function reports "suite.unimplemented" and returns PF_Err_BAD_CALLBACK_PARAM (516),
-/// or a null value where the slot returns no code.
-template <class Slot>
-struct Unimplemented {
-    template <class R, class... A>
-    using Function = R (*)(A...);
-
-    template <class R, class... A>
-    operator Function<R, A...>() const {
-        return [](A...) -> R {
-            HostCall call(Slot::name(), Fallible::kNo);
-            call.host().strict.report("suite.unimplemented", call.command(),
-                                      std::string(Slot::name()) + " is not offered");
-            if constexpr (std::is_same_v<R, A_Err>) return call.result(PF_Err_BAD_CALLBACK_PARAM);
-            if constexpr (!std::is_void_v<R>) return R{};
-        };
-    }
-};
-
-/// Fills every slot of `suite` that is still null.
-template <class Suite>
-Suite with_all_slots(Suite suite) {
+/// Every slot of a suite that is still null is declined.
+template <class Suite, CallName kPrefix, CallRules kRules>
+constexpr auto with_all_slots(CallTable<Suite, kPrefix, kRules> table) {
 #define KS_SUITE(type, slots)
-#define KS_SLOT(type, function, slot)                                          \
-    if constexpr (std::is_same_v<Suite, type>) {                               \
-        struct Slot {                                                          \
-            static const char *name() { return #type "." #function; }          \
-        };                                                                     \
-        if (suite.function == nullptr) suite.function = Unimplemented<Slot>{}; \
-    }
+#define KS_SLOT(type, function, slot)          \
+    if constexpr (std::is_same_v<Suite, type>) \
+        table.template decline<&Suite::function, #function>();
 #include "hostapi/tables/slots.inc"
 #undef KS_SLOT
 #undef KS_SUITE
-    return suite;
+    return table;
+}
+
+/// The same for the tables that come with a command.
+template <class Table, CallName kPrefix, CallRules kRules>
+constexpr auto with_all_callbacks(CallTable<Table, kPrefix, kRules> table) {
+#define KS_TYPE(type, size, alignment)
+#define KS_MEMBER(type, member, offset, size) \
+    if constexpr (std::is_same_v<Table, type>) table.template decline<&Table::member, #member>();
+#include "hostapi/tables/layout.inc"
+#undef KS_MEMBER
+#undef KS_TYPE
+    return table;
+}
+
+/// Adds the table that `kMake` makes, under its own name and this number.
+template <auto kMake>
+void offer(SuiteRegistry &suites, std::int32_t number) {
+    static constexpr auto table = with_all_slots(kMake());
+    suites.add(table.name(), number, &table.get());
 }
 
 }  // namespace stage
