@@ -52,12 +52,12 @@ RgbUses rgb_uses(const ScopeSampleContext &c, const SamplePlan &plan) {
 
 std::vector<Consumer> consumers_of(const ScopeSampleContext &c, const SamplePlan &plan) {
     std::vector<Consumer> consumers;
-    if (plan.rgb_uses.any()) {
-        consumers.push_back(c.pixelFormat == kFormatF ? Consumer::kRgbRows : Consumer::kRgbCodes);
-    }
+    const bool is_float = c.pixelFormat == kFormatF;
+    if (plan.rgb_uses.any() && !is_float) consumers.push_back(Consumer::kRgbCodes);
     if (plan.waveform_rows.rows() > 0 && c.waveformMode != TraceMode::kRgb) {
         consumers.push_back(Consumer::kLumaRows);
     }
+    if (plan.rgb_uses.any() && is_float) consumers.push_back(Consumer::kRgbRows);
     if (plan.parade_rows[0].rows() > 0 && !plan.rgb_uses.parade) {
         consumers.push_back(shows_difference(c) ? Consumer::kDifferenceRows
                                                 : Consumer::kParadeRows);

@@ -16,6 +16,48 @@ void prefetch_run(const P *first, int bytes) {
     for (int offset = 0; offset < bytes; offset += 64) _mm_prefetch(begin + offset, _MM_HINT_T0);
 }
 
+/// Where a run's samples are counted; what nothing needs leads nowhere.
+struct RunCounters {
+    FamilyCells rgb, luma, parade;
+    std::uint32_t *bins;
+    std::byte *grid;
+};
+
+template <class P>
+void count_block(Consumer consumer, const SamplePlan &plan, const SampleBlock &block,
+                 const RunCounters &to) {
+    const std::array<const float *, 3> channels{block.red, block.green, block.blue};
+    switch (consumer) {
+        case Consumer::kRgbCodes:
+            break;  // needs no block
+        case Consumer::kRgbRows:
+            count_rows(channels, block.count, plan.waveform_rows, to.rgb);
+            break;
+        case Consumer::kLumaRows:
+            count_rows<1>({block.luma}, block.count, plan.waveform_rows, to.luma);
+            break;
+        case Consumer::kParadeRows:
+            count_rows(channels, block.count, plan.parade_rows[0], to.parade);
+            break;
+        case Consumer::kDifferenceRows:
+            count_difference(block, plan.parade_rows, to.parade);
+            break;
+        case Consumer::kRgbBins:
+            count_bins(channels, block.count, to.bins);
+            break;
+        case Consumer::kLumaBins:
+            count_bins<1>({block.luma}, block.count, to.bins);
+            break;
+        case Consumer::kPlaces:
+            count_vectors(block, plan.vectorscope.map, reinterpret_cast<std::uint32_t *>(to.grid));
+            break;
+        case Consumer::kColours:
+            gather_vectors<P>(block, plan.vectorscope.map, plan.context->vectorscopeGain * 0.2f,
+                              reinterpret_cast<ColourCell<P> *>(to.grid));
+            break;
+    }
+}
+
 }  // namespace
 
 Sampler::Sampler(const SamplePlan &plan, void *block)
@@ -76,51 +118,17 @@ bool Sampler::count_run(const P *first, int column, int count, std::byte *grid) 
         load_block(first, c.stepX, count, block);
         if (c.needLuma != 0) fill_luma(c.lumaMath, block);
     }
+    const RunCounters counters{cells(plan_.rgb, column), cells(plan_.luma, column),
+                               cells(plan_.parade, column), strip_bins_at(column / kStripColumns),
+                               grid};
     for (const Consumer consumer : plan_.consumers) {
         if (consumer != Consumer::kRgbCodes) {
-            count_block<P>(consumer, block, column, grid);
+            count_block<P>(consumer, plan_, block, counters);
         } else if constexpr (!kIsFloatPixel<P>) {
-            count_codes(first, c.stepX, count, plan_.classes, cells(plan_.rgb, column));
+            count_codes(first, c.stepX, count, plan_.classes, counters.rgb);
         }
     }
     return plan_.checks_range && any_over_range(block, c.needLuma != 0);
-}
-
-template <class P>
-void Sampler::count_block(Consumer consumer, const SampleBlock &block, int column,
-                          std::byte *grid) {
-    const std::array<const float *, 3> channels{block.red, block.green, block.blue};
-    const VectorMap &map = plan_.vectorscope.map;
-    switch (consumer) {
-        case Consumer::kRgbCodes:
-            break;
-        case Consumer::kRgbRows:
-            count_rows(channels, block.count, plan_.waveform_rows, cells(plan_.rgb, column));
-            break;
-        case Consumer::kLumaRows:
-            count_rows<1>({block.luma}, block.count, plan_.waveform_rows,
-                          cells(plan_.luma, column));
-            break;
-        case Consumer::kParadeRows:
-            count_rows(channels, block.count, plan_.parade_rows[0], cells(plan_.parade, column));
-            break;
-        case Consumer::kDifferenceRows:
-            count_difference(block, plan_.parade_rows, cells(plan_.parade, column));
-            break;
-        case Consumer::kRgbBins:
-            count_bins(channels, block.count, strip_bins_at(column / kStripColumns));
-            break;
-        case Consumer::kLumaBins:
-            count_bins<1>({block.luma}, block.count, strip_bins_at(column / kStripColumns));
-            break;
-        case Consumer::kPlaces:
-            count_vectors(block, map, reinterpret_cast<std::uint32_t *>(grid));
-            break;
-        case Consumer::kColours:
-            gather_vectors<P>(block, map, plan_.context->vectorscopeGain * 0.2f,
-                              reinterpret_cast<ColourCell<P> *>(grid));
-            break;
-    }
 }
 
 FamilyCells Sampler::cells(const CounterFamily &family, int column) const {

@@ -11,7 +11,6 @@
 namespace ks {
 
 struct FamilyCells;
-struct SampleBlock;
 
 /// The counters of one frame while they are written. Every part may run on a thread of its own, in
 /// any order: a strip's counters are written by whoever holds its lock, and sums of whole numbers
@@ -54,8 +53,6 @@ class Sampler {
     void count_strip(int strip, int first_row, int last_row, std::byte *grid);
     template <class P>
     bool count_run(const P *first, int column, int count, std::byte *grid);
-    template <class P>
-    void count_block(Consumer consumer, const SampleBlock &block, int column, std::byte *grid);
     FamilyCells cells(const CounterFamily &family, int column) const;
     std::uint32_t *strip_bins_at(int strip) const;
     void clear_strip(int strip);
