@@ -31,7 +31,7 @@ LayerId layer_called(const Item &comp, const std::string &name) {
 ParamValue typed_value(const Session &session, const EffectInstance &effect, int index,
                        const std::string &text) {
     const ParamCatalog &catalog = session.plugin.catalog;
-    const Project &project = session.host.project;
+    const Project &project = session.project();
     const Item &comp = *project.comp_of(effect.layer);
     if (catalog.at(index).def.param_type == PF_Param_LAYER) {
         ParamValue value;

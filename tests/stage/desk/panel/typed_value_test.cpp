@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "stage/session/session.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -17,9 +18,9 @@ constexpr int kOriginalSource = 10, kMonitorPosition = 4;
 
 class TypedValue : public testing::Test {
   protected:
-    TypedValue() : session(KS_PLUGIN_FILE) {
+    TypedValue() : session(paths::plugin()) {
         session.start();
-        stage::Project &project = session.host.project;
+        stage::Project &project = session.project();
         comp = project.add_comp("comp", 640, 360, 1, 1, 1);
         project.active_comp = comp;
         plate = add_layer("plate");
@@ -28,7 +29,7 @@ class TypedValue : public testing::Test {
 
     /// A layer of 200 by 100 pixels below all others.
     LayerId add_layer(const char *name) {
-        stage::Project &project = session.host.project;
+        stage::Project &project = session.project();
         const stage::ItemId solid = project.add_solid_item(name, 200, 100, {1, 0, 0, 0});
         return project.add_layer(comp, solid, -1, name);
     }
