@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "hostapi/effect_types.h"
-#include "render/gamma.h"
+#include "pixels/gamma.h"
+#include "pixels/views.h"
 #include "render/view_callbacks.h"
-#include "render/views.h"
 
 namespace ks_bench {
 
@@ -88,7 +88,7 @@ class Conversion {
         record.high_table = tables_.data() + ks::kLowCurveEntries;
         record.gain = 1.1f;
         record.pixel_format = format;
-        record.luminance_math = 1;
+        record.luma_math = ks::LumaMath::k601;
     }
 
     ks::ConversionRecord record{};

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "stage/session/footage.h"
-#include "stage/session/session.h"
+#include "stage/session/scene.h"
 
 namespace {
 
@@ -25,13 +25,11 @@ stage::HostOptions options_for(int bits, int threads) {
 
 /// A comp with the test card on a footage layer that carries the effect.
 stage::EffectInstance &apply(stage::Session &session, int width, int height) {
-    stage::Project &project = session.host.project;
-    const stage::Footage card = stage::open_chart("test-card", width, height);
-    const stage::ItemId item =
-        project.add_footage("card", width, height, 1, 1, 1, card.opened.reader);
-    const stage::ItemId comp = project.add_comp("comp", width, height, 1, 1, 1);
-    project.active_comp = comp;
-    return *session.apply(project.add_layer(comp, item, 0, "card"));
+    stage::SceneParts parts;
+    parts.picture =
+        stage::footage_item(stage::open_chart("test-card", width, height), "card", 1, 1);
+    parts.adjustment = false;
+    return *build_scene(session, std::move(parts)).effect;
 }
 
 void frame(benchmark::State &state, int layout, int width, int height, int bits, int threads) {

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "scope_scene.h"
-#include "scopes/graticule/graticules.h"
+#include "scopes/graticules.h"
 #include "stage/binary/gdiplus_runtime.h"
 #include "support/fake_host.h"
 

@@ -4,11 +4,13 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "scope_pictures.h"
 #include "scope_scene.h"
-#include "stage/session/session.h"
+#include "stage/session/footage.h"
+#include "stage/session/scene.h"
 
 namespace {
 
@@ -30,13 +32,11 @@ stage::HostOptions options_for(int bits, int threads) {
 
 /// A comp with the picture on a footage layer that carries the effect.
 stage::EffectInstance &apply(stage::Session &session, const SceneKey &key) {
-    stage::Project &project = session.host.project;
-    const stage::ItemId item = project.add_footage(
-        "picture", key.width, key.height, 1, 1, 1,
-        [key](std::int64_t) { return scope_picture(key.picture, key.width, key.height); });
-    const stage::ItemId comp = project.add_comp("comp", key.width, key.height, 1, 1, 1);
-    project.active_comp = comp;
-    return *session.apply(project.add_layer(comp, item, 0, "picture"));
+    stage::SceneParts parts;
+    parts.picture = stage::footage_item(
+        stage::still_footage(scope_picture(key.picture, key.width, key.height)), "picture", 1, 1);
+    parts.adjustment = false;
+    return *build_scene(session, std::move(parts)).effect;
 }
 
 void set(stage::Session &session, stage::EffectInstance &instance, const char *name, double to) {

@@ -5,9 +5,10 @@
 #include <memory>
 #include <new>
 
-#include "render/layout.h"
+#include "geometry/frame_scale.h"
+#include "geometry/scope_panel.h"
 #include "scope_pictures.h"
-#include "scopes/sampling/merger.h"
+#include "scopes/merge/merger.h"
 #include "stage/host/schedule.h"
 
 namespace ks_bench {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "oracle/scope_oracle.h"
-#include "scopes/context_setup.h"
+#include "scopes/context/context_setup.h"
 #include "stage/image/picture.h"
 
 namespace ks_bench {

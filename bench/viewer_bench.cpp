@@ -8,7 +8,8 @@
 #include <string>
 
 #include "scope_pictures.h"
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
+#include "stage/session/footage.h"
 #include "stage/session/session.h"
 
 namespace {
@@ -33,7 +34,7 @@ stage::HostOptions options_for(const ViewerCase &key) {
     return options;
 }
 
-void set(stage::Workspace &desk, const char *name, double number) {
+void set(stage::Desk &desk, const char *name, double number) {
     const int index = desk.session().plugin.catalog.find(name);
     stage::ParamValue value = desk.session().value(*desk.effect(), index);
     value.number = number;
@@ -41,13 +42,13 @@ void set(stage::Workspace &desk, const char *name, double number) {
 }
 
 /// The comp with the effect on an adjustment layer, seen at half its size.
-void set_up(stage::Workspace &desk, const ViewerCase &key) {
+void set_up(stage::Desk &desk, const ViewerCase &key) {
     desk.new_comp("comp", key.width, key.height, 1, 1, 1);
-    stage::Project &project = desk.session().host.project;
-    const stage::ItemId item = project.add_footage(
-        "natural", key.width, key.height, 1, 1, 1,
-        [key](std::int64_t) { return ks_bench::scope_picture("natural", key.width, key.height); });
-    project.add_layer(project.active_comp, item, 0, "natural");
+    stage::Project &project = desk.session().project();
+    const stage::Footage natural =
+        stage::still_footage(ks_bench::scope_picture("natural", key.width, key.height));
+    project.add_layer(project.active_comp,
+                      project.add_footage(footage_item(natural, "natural", 1, 1)), 0, "natural");
     desk.add_adjustment("monitor");
     desk.apply();
     for (const char *show : {"Show Waveform Monitor", "Show Vectorscope", "Show Channel Parade",
@@ -61,7 +62,7 @@ void set_up(stage::Workspace &desk, const ViewerCase &key) {
 
 /// Takes hold of the bar on top of the vectorscope, by which it is moved; false when it is not
 /// there.
-bool take_handle(stage::Workspace &desk, int &x, int &y) {
+bool take_handle(stage::Desk &desk, int &x, int &y) {
     const int index = desk.session().plugin.catalog.find("Vectorscope/Scope Position");
     const stage::ParamValue corner = desk.session().value(*desk.effect(), index);
     x = static_cast<int>((corner.x + 60) * desk.viewport().zoom);
@@ -72,7 +73,7 @@ bool take_handle(stage::Workspace &desk, int &x, int &y) {
 void drag(benchmark::State &state, const ViewerCase &key) {
     stage::Session session(KS_PLUGIN_FILE, options_for(key));
     session.start();
-    stage::Workspace desk(session);
+    stage::Desk desk(session);
     set_up(desk, key);
     int x = 0, y = 0;
     if (!take_handle(desk, x, y)) return state.SkipWithError("there is no handle to drag");

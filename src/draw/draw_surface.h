@@ -12,7 +12,7 @@
 
 #include "host/suite_cache.h"
 #include "hostapi/in_out_data.h"
-#include "render/pixel_format.h"
+#include "pixels/pixel_format.h"
 
 namespace ks::draw {
 

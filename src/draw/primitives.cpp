@@ -3,7 +3,7 @@
 #include "draw/draw_surface.h"
 #include "draw/gdiplus_objects.h"
 #include "hostapi/constants.h"
-#include "render/depth.h"
+#include "pixels/depth.h"
 
 namespace ks::draw {
 namespace {

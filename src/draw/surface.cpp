@@ -8,11 +8,11 @@
 #include "draw/draw_surface.h"
 #include "draw/gdiplus_flat.h"
 #include "draw/gdiplus_objects.h"
-#include "draw/raster_copy.h"
 #include "host/host_world.h"
 #include "host/scoped.h"
 #include "host/suite_cache.h"
 #include "hostapi/constants.h"
+#include "pixels/raster_copy.h"
 
 namespace ks::draw {
 namespace {

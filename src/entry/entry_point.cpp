@@ -2,6 +2,7 @@
 #include "hostapi/entry_point.h"
 
 #include <new>
+#include <string_view>
 
 #include "entry/global_commands.h"
 #include "entry/identity.h"
@@ -78,30 +79,27 @@ PF_Err dispatch(PF_Cmd number, const Call &call) {
     return PF_Err_NONE;
 }
 
-/// dispatch() with integers as the only exceptions. Whatever else is thrown, chiefly by the
-/// standard library when memory runs out, would crash the host if it crossed the edge, since the
-/// edge catches integers alone.
-PF_Err dispatch_throwing_integers(PF_Cmd number, const Call &call) {
+/// dispatch() with every failure as a result. Errors of the host are thrown as their numbers;
+/// whatever else is thrown, chiefly by the standard library when memory runs out, would crash the
+/// host if it crossed the edge.
+PF_Err run(PF_Cmd number, const Call &call) noexcept {
     try {
         return dispatch(number, call);
-    } catch (PF_Err) {
-        throw;
+    } catch (PF_Err error) {
+        return error;
     } catch (const std::bad_alloc &) {
-        throw PF_Err{PF_Err_OUT_OF_MEMORY};
+        return PF_Err_OUT_OF_MEMORY;
     } catch (...) {
-        throw PF_Err{PF_Err_INTERNAL_STRUCT_DAMAGED};
+        return PF_Err_INTERNAL_STRUCT_DAMAGED;
     }
 }
+
+static_assert(std::string_view(KS_ENTRY_POINT) == "EntryPointFunc");
 
 }  // namespace
 }  // namespace ks
 
 KS_EXPORT PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData *in_data, PF_OutData *out_data,
                                 PF_ParamDef *params[], PF_LayerDef *, void *extra) {
-    static_assert(sizeof KS_ENTRY_POINT == sizeof "EntryPointFunc");
-    try {
-        return ks::dispatch_throwing_integers(cmd, {in_data, out_data, params, extra});
-    } catch (PF_Err error) {
-        return error;
-    }
+    return ks::run(cmd, {in_data, out_data, params, extra});
 }

@@ -5,7 +5,7 @@
 
 #include "entry/identity.h"
 #include "host/suite_cache.h"
-#include "params/string_table.h"
+#include "model/string_table.h"
 
 namespace ks {
 namespace {

@@ -3,7 +3,7 @@
 #include "entry/rect_union.h"
 #include "host/error_chain.h"
 #include "hostapi/constants.h"
-#include "params/param_table.h"
+#include "model/param_table.h"
 #include "render/pipeline.h"
 
 namespace ks {

@@ -1,12 +1,13 @@
 // Host worlds and scales as the host-free types of the pixel routines: conversions, nothing else.
 #pragma once
 
+#include "geometry/frame_scale.h"
+#include "geometry/int_rect.h"
 #include "hostapi/constants.h"
 #include "hostapi/effect_types.h"
 #include "hostapi/in_out_data.h"
-#include "render/layout.h"
-#include "render/pixel_format.h"
-#include "render/world_view.h"
+#include "pixels/pixel_format.h"
+#include "pixels/world_view.h"
 
 namespace ks {
 

@@ -1,8 +1,8 @@
 #include "host/param_values.h"
 
+#include "geometry/frame_scale.h"
 #include "host/scoped.h"
-#include "render/depth.h"
-#include "render/layout.h"
+#include "pixels/depth.h"
 
 namespace ks {
 namespace {

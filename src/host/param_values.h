@@ -3,11 +3,11 @@
 
 #include <cstdint>
 
+#include "geometry/int_rect.h"
 #include "host/error_chain.h"
 #include "hostapi/in_out_data.h"
-#include "params/param_table.h"
-#include "render/pixel_format.h"
-#include "render/world_view.h"
+#include "model/param_table.h"
+#include "pixels/pixel_format.h"
 
 namespace ks {
 

@@ -7,8 +7,8 @@
 #include "host/scoped.h"
 #include "host/suite_cache.h"
 #include "instance/composition_setup.h"
-#include "instance/record.h"
-#include "params/lock_script.h"
+#include "instance/lock_script.h"
+#include "model/record.h"
 
 namespace ks {
 namespace {

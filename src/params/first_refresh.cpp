@@ -1,9 +1,9 @@
 #include "params/first_refresh.h"
 
+#include "geometry/first_sizes.h"
 #include "host/error_chain.h"
 #include "host/scoped.h"
-#include "instance/record.h"
-#include "params/first_sizes.h"
+#include "model/record.h"
 
 namespace ks {
 namespace {

@@ -4,7 +4,7 @@
 #include "host/suite_cache.h"
 #include "hostapi/constants.h"
 #include "hostapi/in_out_data.h"
-#include "params/param_table.h"
+#include "model/param_table.h"
 
 namespace ks {
 

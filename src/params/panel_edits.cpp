@@ -2,13 +2,13 @@
 
 #include "host/scoped.h"
 #include "host/suite_cache.h"
-#include "instance/record.h"
+#include "instance/lock_script.h"
 #include "instance/sequence.h"
-#include "params/lock_script.h"
+#include "model/record.h"
+#include "model/scope_kind.h"
+#include "model/stacking_order.h"
 #include "params/panel.h"
-#include "params/panel_order.h"
 #include "params/panel_refresh.h"
-#include "scopes/scope_kind.h"
 
 namespace ks {
 namespace {

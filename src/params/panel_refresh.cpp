@@ -1,12 +1,12 @@
 #include "params/panel_refresh.h"
 
+#include "geometry/monitor_layout.h"
 #include "host/error_chain.h"
 #include "host/scoped.h"
+#include "model/scope_group.h"
+#include "model/scope_kind.h"
 #include "params/first_refresh.h"
 #include "params/panel.h"
-#include "params/scope_group.h"
-#include "render/layout.h"
-#include "scopes/scope_kind.h"
 
 namespace ks {
 namespace {

@@ -4,8 +4,8 @@
 
 #include "host/error_chain.h"
 #include "hostapi/constants.h"
-#include "params/param_table.h"
-#include "params/string_table.h"
+#include "model/param_table.h"
+#include "model/string_table.h"
 
 namespace ks {
 namespace {

@@ -1,6 +1,7 @@
 // Placing whole worlds into others with the host's own compositor.
 #pragma once
 
+#include "geometry/int_rect.h"
 #include "render/frame.h"
 
 namespace ks {

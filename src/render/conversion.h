@@ -3,7 +3,7 @@
 
 #include "host/suite_cache.h"
 #include "hostapi/in_out_data.h"
-#include "render/views.h"
+#include "pixels/views.h"
 
 namespace ks {
 

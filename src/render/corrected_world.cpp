@@ -2,7 +2,7 @@
 
 #include "host/host_world.h"
 #include "host/scoped.h"
-#include "instance/record.h"
+#include "model/record.h"
 #include "render/conversion.h"
 
 namespace ks {
@@ -49,7 +49,7 @@ ConversionRecord make_conversion_record(const Frame &frame, const RenderSettings
     record.inverse_gamma = static_cast<float>(1.0 / settings.monitor_gamma);
     record.gain = static_cast<float>(settings.monitor_gain);
     record.pixel_format = frame.format;
-    record.luminance_math = settings.luminance_math == kLuma709 ? kLuma709 : std::uint8_t{1};
+    record.luma_math = settings.luma_math;
     return record;
 }
 

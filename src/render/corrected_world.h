@@ -2,10 +2,10 @@
 #pragma once
 
 #include "host/error_chain.h"
+#include "host/owned_world.h"
+#include "pixels/views.h"
 #include "render/frame.h"
-#include "render/owned_world.h"
 #include "render/settings.h"
-#include "render/views.h"
 
 namespace ks {
 

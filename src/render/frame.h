@@ -1,9 +1,9 @@
 // What every step of one frame needs from the host.
 #pragma once
 
+#include "geometry/frame_scale.h"
 #include "host/suite_cache.h"
 #include "hostapi/host.h"
-#include "render/layout.h"
 
 namespace ks {
 

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "host/host_world.h"
-#include "render/plot.h"
+#include "pixels/plot.h"
 
 namespace ks {
 namespace {

@@ -1,6 +1,7 @@
 // The marker lines over the monitor view: the wipe's edge and the slice waveform's row.
 #pragma once
 
+#include "geometry/monitor_layout.h"
 #include "host/error_chain.h"
 #include "render/frame.h"
 #include "render/settings.h"

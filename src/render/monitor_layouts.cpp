@@ -1,12 +1,12 @@
 #include "render/monitor_layouts.h"
 
 #include "host/host_world.h"
+#include "host/owned_world.h"
 #include "host/param_values.h"
+#include "pixels/plot.h"
 #include "render/compositing.h"
 #include "render/conversion.h"
 #include "render/corrected_world.h"
-#include "render/owned_world.h"
-#include "render/plot.h"
 
 namespace ks {
 namespace {

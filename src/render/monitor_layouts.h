@@ -1,6 +1,7 @@
 // The monitor layouts: the corrected image and its companions laid out in the output.
 #pragma once
 
+#include "geometry/monitor_layout.h"
 #include "host/error_chain.h"
 #include "render/frame.h"
 #include "render/settings.h"

@@ -1,6 +1,7 @@
 #include "render/pipeline.h"
 
 #include "host/host_world.h"
+#include "host/world_suite.h"
 #include "render/compositing.h"
 #include "render/corrected_world.h"
 #include "render/markers.h"
@@ -8,7 +9,6 @@
 #include "render/scope_panels.h"
 #include "render/stacking.h"
 #include "render/wipe.h"
-#include "render/world_suite.h"
 #include "scopes/orchestration.h"
 
 namespace ks {

@@ -1,5 +1,6 @@
 #include "render/scope_panels.h"
 
+#include "geometry/scope_panel.h"
 #include "host/host_world.h"
 
 namespace ks {

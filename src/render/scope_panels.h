@@ -5,9 +5,9 @@
 #include <optional>
 
 #include "host/error_chain.h"
+#include "host/owned_world.h"
 #include "host/scoped.h"
 #include "render/frame.h"
-#include "render/owned_world.h"
 #include "render/settings.h"
 #include "scopes/scope_set.h"
 

@@ -23,7 +23,7 @@ RenderSettings read_settings(ErrorChain &chain, PF_InData *in_data) {
     settings.monitor_gamma = read_slider(chain, in_data, kParamMonitorGamma);
     settings.monitor_gain = read_slider(chain, in_data, kParamMonitorGain);
     settings.apply_corrections = read_popup(chain, in_data, kParamApplyCorrections);
-    settings.luminance_math = read_popup(chain, in_data, kParamLuminanceMath);
+    settings.luma_math = luma_math_of(read_popup(chain, in_data, kParamLuminanceMath));
     for (const ScopeKind kind : kScopeWalkOrder) {
         if (!settings.shows(kind)) continue;
         const ScopeRow &row = kScopeTable[scope_slot(kind)];

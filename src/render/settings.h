@@ -6,13 +6,13 @@
 
 #include "host/error_chain.h"
 #include "hostapi/in_out_data.h"
-#include "params/param_table.h"
-#include "render/world_view.h"
-#include "scopes/scope_kind.h"
+#include "model/param_table.h"
+#include "model/scope_kind.h"
+#include "pixels/luma.h"
 
 namespace ks {
 
-/// Popup values are 1-based and kept as the host gives them.
+/// Other popup values are 1-based and kept as the host gives them.
 struct RenderSettings {
     /// The five show switches in the order of kScopeTable, and "Mute Active Scopes"; 0 or 1.
     std::array<std::uint8_t, kScopeKinds + 1> switches{};
@@ -22,7 +22,7 @@ struct RenderSettings {
     double monitor_gamma = 1.0;
     double monitor_gain = 1.0;
     std::int32_t apply_corrections = 0;
-    std::int32_t luminance_math = 0;
+    LumaMath luma_math = LumaMath::k601;
     /// Size parameter of each enabled scope by scope_slot, pixels at full resolution.
     std::array<double, kScopeKinds> scope_sizes{};
     double slice_fraction = 0.0;  ///< "Slice Position" * 0.01, read only with the slice waveform on

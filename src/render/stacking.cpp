@@ -4,7 +4,7 @@
 
 #include "host/host_world.h"
 #include "host/scoped.h"
-#include "instance/record.h"
+#include "model/record.h"
 #include "render/compositing.h"
 
 namespace ks {

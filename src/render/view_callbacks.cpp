@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "hostapi/constants.h"
-#include "render/depth.h"
-#include "render/views.h"
+#include "pixels/depth.h"
+#include "pixels/views.h"
 
 namespace ks {
 namespace {

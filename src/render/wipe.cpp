@@ -1,5 +1,6 @@
 #include "render/wipe.h"
 
+#include "geometry/monitor_layout.h"
 #include "host/host_world.h"
 #include "host/param_values.h"
 #include "render/compositing.h"

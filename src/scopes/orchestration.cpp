@@ -3,13 +3,13 @@
 #include "host/host_world.h"
 #include "host/scoped.h"
 #include "hostapi/constants.h"
-#include "instance/record.h"
-#include "scopes/context_setup.h"
-#include "scopes/graticule/graticules.h"
-#include "scopes/histogram_bars.h"
+#include "model/record.h"
+#include "scopes/context/context_setup.h"
+#include "scopes/graticules.h"
 #include "scopes/sampling_pass.h"
 #include "scopes/settings_reader.h"
-#include "scopes/slice_trace.h"
+#include "scopes/traces/histogram_bars.h"
+#include "scopes/traces/slice_trace.h"
 
 namespace ks {
 namespace {

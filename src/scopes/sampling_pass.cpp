@@ -5,7 +5,7 @@
 
 #include "host/error_chain.h"
 #include "host/scoped.h"
-#include "scopes/sampling/merger.h"
+#include "scopes/merge/merger.h"
 
 namespace ks {
 namespace {

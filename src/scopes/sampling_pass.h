@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/suite_cache.h"
-#include "scopes/sample_context.h"
+#include "scopes/context/sample_context.h"
 
 namespace ks {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "hostapi/effect_types.h"
-#include "scopes/scope_kind.h"
+#include "model/scope_kind.h"
 
 namespace ks {
 

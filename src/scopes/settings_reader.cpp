@@ -35,8 +35,7 @@ void read_histogram(ErrorChain &chain, PF_InData *in_data, ScopeSettings &settin
 ScopeSettings read_scope_settings(ErrorChain &chain, PF_InData *in_data, PF_PixelFormat format,
                                   const ScopeSet &scopes) {
     ScopeSettings settings;
-    settings.luma_math =
-        read_popup(chain, in_data, kParamLuminanceMath) == 2 ? LumaMath::k709 : LumaMath::k601;
+    settings.luma_math = luma_math_of(read_popup(chain, in_data, kParamLuminanceMath));
     settings.quality = read_popup(chain, in_data, kParamSamplingQuality);
     const bool waveforms = scopes.enabled(ScopeKind::kWaveform) ||
                            scopes.enabled(ScopeKind::kParade) || scopes.enabled(ScopeKind::kSlice);

@@ -3,8 +3,8 @@
 
 #include "host/error_chain.h"
 #include "hostapi/in_out_data.h"
+#include "scopes/context/scope_settings.h"
 #include "scopes/scope_set.h"
-#include "scopes/scope_settings.h"
 
 namespace ks {
 

@@ -5,7 +5,7 @@
 #include "host/suite_cache.h"
 #include "hostapi/constants.h"
 #include "ui/drawbot_path.h"
-#include "ui/handle_drawing.h"
+#include "ui/handles/handle_drawing.h"
 
 namespace ks {
 namespace {
@@ -55,42 +55,45 @@ void open_canvas(ErrorChain &chain, Canvas &canvas) {
     }
 }
 
-void paint_rectangle(ErrorChain &chain, const Canvas &canvas, const PaintItem &item) {
-    const DRAWBOT_ColorRGBA colour{kBarColour[0], kBarColour[1], kBarColour[2], kBarColour[3]};
-    const DRAWBOT_RectF32 rect{item.left, item.top, item.width, item.height};
-    chain.step([&] { return canvas.suites.surface->PaintRect(canvas.surface, &colour, &rect); });
-}
+/// Paints each kind of item. [host thread]
+struct Painter {
+    ErrorChain &chain;
+    const Canvas &canvas;
 
-void paint_path(ErrorChain &chain, const Canvas &canvas, const PaintItem &item) {
-    const DRAWBOT_PathSuite1 &paths = *canvas.suites.path;
-    DrawbotPath path(canvas.suites, canvas.supplier);
-    chain.keep(path.error());
-    for (std::size_t i = 0; i < item.count; ++i) {
-        const PathPoint &point = item.points[i];
-        chain.step([&] {
-            return point.starts ? paths.MoveTo(path.get(), point.x, point.y)
-                                : paths.LineTo(path.get(), point.x, point.y);
-        });
+    void operator()(const Bar &bar) const {
+        const DRAWBOT_ColorRGBA colour{kBarColour[0], kBarColour[1], kBarColour[2], kBarColour[3]};
+        const DRAWBOT_RectF32 rect{bar.left, bar.top, bar.width, bar.height};
+        chain.step(
+            [&] { return canvas.suites.surface->PaintRect(canvas.surface, &colour, &rect); });
     }
-    chain.step([&] {
-        return item.how == PaintItem::How::kStrokePath
-                   ? canvas.theme.PF_StrokePath(canvas.reference, path.get(), kWithShadow)
-                   : canvas.theme.PF_FillPath(canvas.reference, path.get(), kWithShadow);
-    });
-    path.release();
-}
+    void operator()(const FilledPath &path) const { paint(path, canvas.theme.PF_FillPath); }
+    void operator()(const StrokedPath &path) const { paint(path, canvas.theme.PF_StrokePath); }
+
+  private:
+    template <class PaintPath>
+    void paint(const Path &points, PaintPath paint_path) const {
+        const DRAWBOT_PathSuite1 &paths = *canvas.suites.path;
+        DrawbotPath path(canvas.suites, canvas.supplier);
+        chain.keep(path.error());
+        for (std::size_t i = 0; i < points.count; ++i) {
+            const PathPoint &point = points.points[i];
+            chain.step([&] {
+                return point.starts ? paths.MoveTo(path.get(), point.x, point.y)
+                                    : paths.LineTo(path.get(), point.x, point.y);
+            });
+        }
+        chain.step([&] { return paint_path(canvas.reference, path.get(), kWithShadow); });
+        path.release();
+    }
+};
 
 void paint_handles(ErrorChain &chain, const Canvas &canvas, const HandleSettings &settings,
                    const WindowMap &window) {
+    const Painter painter{chain, canvas};
     for (const HandleRow &row : kHandleTable) {
         const HandleDrawing drawing = drawing_of(row, settings, window);
         for (std::size_t i = 0; chain.ok() && i < drawing.count; ++i) {
-            const PaintItem &item = drawing.items[i];
-            if (item.how == PaintItem::How::kRectangle) {
-                paint_rectangle(chain, canvas, item);
-            } else {
-                paint_path(chain, canvas, item);
-            }
+            std::visit(painter, drawing.items[i]);
         }
     }
 }

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "hostapi/events.h"
-#include "ui/handle_settings.h"
-#include "ui/hit_test.h"
+#include "ui/handles/handle_settings.h"
+#include "ui/handles/hit_test.h"
 
 namespace ks {
 

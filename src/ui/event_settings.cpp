@@ -42,11 +42,11 @@ void write_params(PF_ParamDef *const params[], const ParamWrites &writes) {
     for (std::size_t i = 0; i < writes.count; ++i) {
         const ParamWrite &write = writes.writes[i];
         PF_ParamDef &def = *params[write.param];
-        if (write.is_point) {
-            def.u.td.x_value = write.point.x;
-            def.u.td.y_value = write.point.y;
+        if (const auto *point = std::get_if<FixedPoint>(&write.value)) {
+            def.u.td.x_value = point->x;
+            def.u.td.y_value = point->y;
         } else {
-            def.u.fs_d.value = write.number;
+            def.u.fs_d.value = std::get<double>(write.value);
         }
         def.uu.change_flags |= PF_ChangeFlag_CHANGED_VALUE;
     }

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "hostapi/in_out_data.h"
-#include "ui/drag.h"
-#include "ui/handle_settings.h"
+#include "ui/handles/drag.h"
+#include "ui/handles/handle_settings.h"
 
 namespace ks {
 

@@ -4,7 +4,7 @@
 #include <optional>
 
 #include "hostapi/events.h"
-#include "ui/hit_test.h"
+#include "ui/handles/hit_test.h"
 
 namespace ks {
 

@@ -2,10 +2,10 @@
 
 #include "host/suite_cache.h"
 #include "hostapi/constants.h"
-#include "ui/drag.h"
 #include "ui/draw_event.h"
 #include "ui/event_settings.h"
 #include "ui/event_window.h"
+#include "ui/handles/drag.h"
 
 namespace ks {
 namespace {

@@ -31,4 +31,13 @@ class EffectInstance {
     PF_ProgPtr effect_ref() { return reinterpret_cast<PF_ProgPtr>(this); }
 };
 
+/// What the project keeps of an applied effect: its values and its flat record. The effect must
+/// still be on its layer.
+inline EffectState &effect_state(Project &project, const EffectInstance &instance) {
+    return project.layer(instance.layer)->effects.at(static_cast<std::size_t>(instance.effect));
+}
+inline const EffectState &effect_state(const Project &project, const EffectInstance &instance) {
+    return project.layer(instance.layer)->effects.at(static_cast<std::size_t>(instance.effect));
+}
+
 }  // namespace stage

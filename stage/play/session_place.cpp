@@ -29,13 +29,13 @@ Point source_point(SessionPlayer &player, const SessionPlace &place) {
         }
         return {place.x, place.y};
     }
-    const LayerMap map = layer_map(player.session().host.project, layer);
+    const LayerMap map = layer_map(player.session().project(), layer);
     return {map.comp_x(place.x), map.comp_y(place.y)};
 }
 
 }  // namespace
 
-SessionPlace read_place(const FileValue &value) {
+SessionPlace read_place(const JsonValue &value) {
     SessionPlace place;
     place.where = value.where();
     if (value.is_list()) {
@@ -47,7 +47,7 @@ SessionPlace read_place(const FileValue &value) {
     if (layer.has_value() == comp.has_value()) value.fail("expected either \"layer\" or \"comp\"");
     if (comp && of) of->fail("goes with \"layer\" only");
     place.base = layer ? SessionPlace::Base::kLayer : SessionPlace::Base::kComp;
-    std::tie(place.x, place.y) = (layer ? *layer : *comp).pair();
+    std::tie(place.x, place.y) = (layer ? *layer : *comp).pair(-kLargestNumber, kLargestNumber);
     if (of) place.of = read_layer_name(*of);
     if (const auto plus = value.find("plus")) {
         std::tie(place.plus_x, place.plus_y) = plus->pair(-kFarthest, kFarthest);

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 #include "stage/play/session_file.h"
 
 namespace stage {
@@ -54,7 +54,7 @@ class SessionPlayer {
     PlayReport play(const SessionFile &file);
 
     // For the steps.
-    Workspace &desk() { return desk_; }
+    Desk &desk() { return desk_; }
     Session &session() { return desk_.session(); }
     /// The active comp. Throws SessionError without one.
     const Item &comp();
@@ -92,7 +92,7 @@ class SessionPlayer {
     void do_step(const SessionStep &step);
     void report_unasked_error();
 
-    Workspace desk_;
+    Desk desk_;
     PlayFolders folders_;
     std::filesystem::path scratch_;  ///< made when first needed; removed at the end
     std::vector<std::string> saved_;

@@ -22,31 +22,30 @@ Picture picture_of(const ViewImage &image) {
 #ifdef _WIN32
 
 /// The window with the frame alone.
-ViewImage window_of(Workspace &desk) {
+ViewImage window_of(Desk &desk) {
     return frame_in_window(desk.view().image, desk.source_width(), desk.source_height(),
                            desk.viewport());
 }
 
-void write_overlay(Workspace &desk, const std::filesystem::path &file) {
+void write_overlay(Desk &desk, const std::filesystem::path &file) {
     write_whole_file(file, to_text(desk.window_overlay()));
 }
 
 #else
 
-ViewImage window_of(Workspace &desk) {
+ViewImage window_of(Desk &desk) {
     return window_picture(desk.view().image, desk.source_width(), desk.source_height(),
-                          desk.viewport(), desk.window_overlay(),
-                          desk.session().host.drawbot.theme);
+                          desk.viewport(), desk.window_overlay(), desk.session().overlay_theme());
 }
 
 /// The overlay is in the picture.
-void write_overlay(Workspace &, const std::filesystem::path &) {}
+void write_overlay(Desk &, const std::filesystem::path &) {}
 
 #endif
 
 }  // namespace
 
-void take_shot(Workspace &desk, const std::optional<std::filesystem::path> &folder,
+void take_shot(Desk &desk, const std::optional<std::filesystem::path> &folder,
                const std::string &name) {
     const Picture picture = picture_of(window_of(desk));
     if (!folder) return;

@@ -78,11 +78,23 @@ ItemId Project::add_comp(const std::string &name, int width, int height, int par
 
 ItemId Project::add_footage(const std::string &name, int width, int height, int par_num,
                             int par_den, std::int64_t frames, FrameReader reader) {
-    check_aspect_and_frames(name, par_num, par_den, frames);
-    Item &item = new_item(ItemKind::kFootage, name, width, height);
-    set_pixel_aspect(item, par_num, par_den);
-    item.frames = frames;
-    item.reader = std::move(reader);
+    Item footage;
+    footage.name = name;
+    footage.width = width;
+    footage.height = height;
+    footage.par_num = par_num;
+    footage.par_den = par_den;
+    footage.frames = frames;
+    footage.reader = std::move(reader);
+    return add_footage(std::move(footage));
+}
+
+ItemId Project::add_footage(Item footage) {
+    check_aspect_and_frames(footage.name, footage.par_num, footage.par_den, footage.frames);
+    Item &item = new_item(ItemKind::kFootage, footage.name, footage.width, footage.height);
+    footage.id = item.id;
+    footage.kind = item.kind;
+    item = std::move(footage);
     return item.id;
 }
 
@@ -186,6 +198,13 @@ Item *Project::comp_of(LayerId layer) {
 }
 const Item *Project::comp_of(LayerId layer) const {
     return find_layer(items_, layer).comp;
+}
+
+const Item *Project::extent_of(LayerId id) const {
+    const Place at = find_layer(items_, id);
+    if (at.comp == nullptr) return nullptr;
+    const Item *source = item(at.comp->layers[at.index].source);
+    return source != nullptr ? source : at.comp;
 }
 
 int Project::index_of(LayerId layer) const {

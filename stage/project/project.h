@@ -134,6 +134,8 @@ class Project {
                     std::int64_t frames);
     ItemId add_footage(const std::string &name, int width, int height, int par_num, int par_den,
                        std::int64_t frames, FrameReader reader);
+    /// The same from an item that says it all; its id and kind are set here.
+    ItemId add_footage(Item footage);
     ItemId add_solid_item(const std::string &name, int width, int height,
                           const std::array<double, 4> &color);
     /// New layer at `index` (0 is the top; -1 or past the end is the bottom), centred in the comp,
@@ -157,6 +159,9 @@ class Project {
     Item *comp_of(LayerId layer);
     const Item *comp_of(LayerId layer) const;
     int index_of(LayerId layer) const;  ///< -1 when there is none
+    /// The item that gives a layer its size: its source or, without one, its comp. Null when there
+    /// is no such layer.
+    const Item *extent_of(LayerId layer) const;
     const std::vector<std::unique_ptr<Item>> &items() const { return items_; }
 
     ItemId active_comp = 0;

@@ -33,6 +33,7 @@ Footage open_footage_file(const std::filesystem::path &file) {
     cache->source = open_pictures(file);
     const Picture &first = cache->read(0);
     Footage footage;
+    footage.path = path_to_utf8(std::filesystem::absolute(file));
     footage.first_frame = cache->source->first_frame();
     footage.still = cache->source->still();
     footage.native = first.native;
@@ -47,14 +48,34 @@ Footage open_footage_file(const std::filesystem::path &file) {
     return footage;
 }
 
-Footage open_chart(const std::string &name, int width, int height) {
-    auto picture = std::make_shared<const Picture>(draw_chart(name, width, height));
+Footage still_footage(Picture picture) {
+    auto held = std::make_shared<const Picture>(std::move(picture));
     Footage footage;
-    footage.native = picture->native;
-    footage.opened.width = width;
-    footage.opened.height = height;
-    footage.opened.reader = [picture](std::int64_t) { return *picture; };
+    footage.native = held->native;
+    footage.opened.width = held->width;
+    footage.opened.height = held->height;
+    footage.opened.reader = [held](std::int64_t) { return *held; };
     return footage;
+}
+
+Footage open_chart(const std::string &name, int width, int height) {
+    Footage footage = still_footage(draw_chart(name, width, height));
+    footage.chart = name;
+    return footage;
+}
+
+Item footage_item(const Footage &footage, const std::string &name, int par_num, int par_den) {
+    Item item;
+    item.name = name;
+    item.width = footage.opened.width;
+    item.height = footage.opened.height;
+    item.par_num = par_num;
+    item.par_den = par_den;
+    item.frames = footage.opened.frames;
+    item.path = footage.path;
+    item.chart = footage.chart;
+    item.reader = footage.opened.reader;
+    return item;
 }
 
 OpenedFootage open_footage(const FootageRequest &request) {

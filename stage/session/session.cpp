@@ -77,26 +77,25 @@ CommandResult Session::send(PF_Cmd cmd, EffectInstance *instance, void *extra) {
 CommandContext Session::context_of(EffectInstance &instance) const {
     CommandContext context;
     context.instance = &instance;
-    const Layer *layer = host.project.layer(instance.layer);
-    if (layer == nullptr) return context;  // an undone deletion of the layer is under way
-    const Item *comp = host.project.comp_of(instance.layer);
-    const Item *source = layer->source != 0 ? host.project.item(layer->source) : nullptr;
-    const Item *sized = source != nullptr ? source : comp;
-    context.width = sized->width;
-    context.height = sized->height;
-    context.pixel_aspect = {sized->par_num, static_cast<A_u_long>(sized->par_den)};
-    context.total_time = static_cast<A_long>(comp->frames);
+    const Item *extent = host.project.extent_of(instance.layer);
+    if (extent == nullptr) return context;  // an undone deletion of the layer is under way
+    context.width = extent->width;
+    context.height = extent->height;
+    context.pixel_aspect = {extent->par_num, static_cast<A_u_long>(extent->par_den)};
+    context.total_time = static_cast<A_long>(host.project.comp_of(instance.layer)->frames);
     return context;
 }
 
-const EffectState &Session::state_of(const EffectInstance &instance) const {
-    return host.project.layer(instance.layer)
-        ->effects.at(static_cast<std::size_t>(instance.effect));
+EffectInstance *Session::instance_at(LayerId layer, int place) const {
+    const auto found = std::ranges::find_if(host.instances, [&](const auto &instance) {
+        return instance->layer == layer && instance->effect == place;
+    });
+    return found == host.instances.end() ? nullptr : found->get();
 }
 
-EffectState &Session::state_of(const EffectInstance &instance) {
-    return host.project.layer(instance.layer)
-        ->effects.at(static_cast<std::size_t>(instance.effect));
+void Session::trace_to(std::function<void(const TraceEntry &)> sink) {
+    host.trace.enable(true);
+    host.trace.set_sink(std::move(sink));
 }
 
 EffectInstance &Session::add_instance(LayerId layer, int effect, int id) {

@@ -12,6 +12,7 @@
 #include "stage/binary/gdiplus_runtime.h"
 #include "stage/commands/command_call.h"
 #include "stage/commands/smart_render.h"
+#include "stage/drawbot/viewport.h"
 #include "stage/effect/effect_instance.h"
 #include "stage/effect/plugin.h"
 #include "stage/services/suites/serving_host.h"
@@ -23,6 +24,24 @@ namespace stage {
 class SessionError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
+};
+
+/// The window that an event happens in.
+struct EventWindow {
+    WindowKind kind = WindowKind::kComp;
+    PF_Context **context = nullptr;  ///< the same one all the time that the window is open
+    Viewport viewport;
+    std::int64_t frame = 0;  ///< of the comp: time of the event
+    int downsample = 1;      ///< of the view; reaches events with HostOptions::events_at_view_ratio
+};
+
+/// What the effect did with one event.
+struct EventReply {
+    PF_Err error = 0;
+    bool sent = false;         ///< the effect takes events of this window at all
+    bool handled = false;      ///< PF_EO_HANDLED_EVENT
+    std::vector<int> changed;  ///< parameters that were taken over, by index
+    std::string message;
 };
 
 /// One plug-in in one host. Construction only loads the file; start() sends the global commands.
@@ -84,10 +103,13 @@ class Session {
     const ParamValue &value(const EffectInstance &instance, int index) const;
     /// UPDATE_PARAMS_UI, as sent whenever the panel is shown.
     CommandResult refresh_panel(EffectInstance &instance);
-    /// PF_Cmd_EVENT at `frame` of the comp. With `takes_values` the values that the effect marks as
-    /// changed are taken over and their indices left in `changed`. `downsample` is the view's.
-    CommandResult send_event(EffectInstance &instance, PF_EventExtra &extra, std::int64_t frame,
-                             int downsample, bool takes_values, std::vector<int> &changed);
+    /// PF_Cmd_EVENT. `extra` comes with type and record; the rest is filled in here. Values that
+    /// the effect marks as changed in clicks, drags and keys are taken over, clamped as the options
+    /// say, and the panel is refreshed. Windows that the effect did not ask for get no events.
+    EventReply send_event(EffectInstance &instance, PF_EventExtra &extra,
+                          const EventWindow &window);
+    /// DRAW over the whole window. What the effect drew replaces the contents of `list`.
+    EventReply draw_event(EffectInstance &instance, const EventWindow &window, DrawList &list);
 
     /// Renders the effect's layer at `settings.frame`. Its input is the layer's source, or, for an
     /// adjustment layer, everything beneath it; the layer parameter's pixel aspect is its item's.
@@ -103,7 +125,37 @@ class Session {
     /// RESETUP.
     void load(const std::filesystem::path &file);
 
-    ServingHost host;
+    // What is asked of the host; the rest of it is the session's own business.
+    Project &project() { return host.project; }
+    const Project &project() const { return host.project; }
+    Undo &history() { return host.undo; }
+    const Undo &history() const { return host.undo; }
+    HostOptions &options() { return host.options; }
+    const HostOptions &options() const { return host.options; }
+    /// Running effects in the order in which they came to be.
+    const std::vector<std::unique_ptr<EffectInstance>> &instances() const { return host.instances; }
+    /// The running effect at `place` of the layer's effects; null when none runs there.
+    EffectInstance *instance_at(LayerId layer, int place) const;
+    /// Values and flat record of a running effect, as the project has them.
+    EffectState &state_of(const EffectInstance &instance) {
+        return effect_state(host.project, instance);
+    }
+    const EffectState &state_of(const EffectInstance &instance) const {
+        return effect_state(host.project, instance);
+    }
+    /// Everything that the user was shown.
+    const std::vector<ShownMessage> &messages() const { return host.messages; }
+    /// Rules that the plug-in broke, without known departures.
+    std::vector<Finding> findings() const { return host.strict.violations(); }
+    bool checks() const { return host.strict.enabled; }
+    void set_checks(bool on) { host.strict.enabled = on; }
+    /// Hands every call between host and plug-in to `sink` as it is made.
+    void trace_to(std::function<void(const TraceEntry &)> sink);
+    /// Memory that pictures come from and go back to.
+    BytePool &pool() { return host.worlds.pool(); }
+    const OverlayTheme &overlay_theme() const { return host.drawbot.theme; }
+
+    ServingHost host;  ///< with all its organs; outside the session only tests look into it
     Plugin plugin;
     CommandCaller caller;
     InputCache inputs{host.worlds.pool()};
@@ -111,8 +163,6 @@ class Session {
 
   private:
     CommandContext context_of(EffectInstance &instance) const;
-    EffectState &state_of(const EffectInstance &instance);
-    const EffectState &state_of(const EffectInstance &instance) const;
     /// A new number unless `id` is given.
     EffectInstance &add_instance(LayerId layer, int effect, int id = 0);
     std::vector<EffectStream> new_streams(EffectInstance &instance) const;
@@ -121,6 +171,8 @@ class Session {
     PF_Err report_edit(EffectInstance &instance, int index);
     ParamValue accepted(EffectInstance &instance, int index, const PF_ParamDef &def) const;
     std::vector<int> adopt_values(EffectInstance &instance, const std::vector<PF_ParamDef> &params);
+    std::vector<int> event_values(EffectInstance &instance, PF_EventType event,
+                                  const std::vector<PF_ParamDef> &params);
     void store_leaving(const ProjectData &next);
     void find_places();
     void wake_new_effects();

@@ -14,6 +14,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "oracle/frame_oracle.h"
@@ -138,11 +139,15 @@ struct ScopeTraces {
 // Transparent black panels, no counts, no flags.
 ScopeTraces empty_traces(const PanelExtents &extents, Depth depth);
 
+// Told of every plot into a panel, in turn: the scope's kind, the pixel, which lies in the panel,
+// and the colour added.
+using PlotObserver = std::function<void(int kind, int x, int y, const Colour &colour)>;
+
 // The sampling pass: parts 0 .. n - 1 one after the other, each of floor(height / n) rows, n being
 // `parts` limited to 1..64. Does nothing when muted or when only the Slice Waveform is shown.
 // Panels must have the source's depth.
 void sample_picture(const Image &source, const ScopeContext &context, int parts,
-                    ScopeTraces &traces);
+                    ScopeTraces &traces, const PlotObserver &observer = {});
 
 // The Slice Waveform's trace, unless it is not shown or muted.
 void trace_slice(const Image &source, const ScopeContext &context, ScopeTraces &traces);

@@ -12,10 +12,12 @@ namespace {
 template <Depth D>
 class Worker {
   public:
-    Worker(const Image &source, const ScopeContext &context, ScopeTraces &traces)
+    Worker(const Image &source, const ScopeContext &context, ScopeTraces &traces,
+           const PlotObserver &observer)
         : source_(source),
           context_(context),
           traces_(traces),
+          observer_(observer),
           waveform_(traces.panels[kWaveform]),
           vectorscope_(traces.panels[kVectorscope]),
           parade_(traces.panels[kParade]) {}
@@ -46,6 +48,12 @@ class Worker {
         if (context_.show[kHistogram]) histogram_sample(pixel);
     }
 
+    void plot(int kind, const TypedPicture<D> &panel, int x, int y, const Colour &colour) {
+        plot_trace(panel, x, y, colour);
+        const bool inside = x >= 0 && y >= 0 && x < panel.width && y < panel.height;
+        if (observer_ && inside) observer_(kind, x, y, colour);
+    }
+
     void waveform_sample(const Colour &pixel, int column) {
         const double x = column * context_.waveform_x_scale + context_.waveform.left + 0.5;
         if (!traces_.waveform_over_range) traces_.waveform_over_range = over_range_;
@@ -65,20 +73,20 @@ class Worker {
         if (std::isnan(level)) return;
         const int y = trace_row(level, context_.top, area.bottom);
         if (!context_.sub_pixel) {
-            plot_trace(waveform_, truncated(x), y, colour);
+            plot(kWaveform, waveform_, truncated(x), y, colour);
             return;
         }
         const double base = std::floor(x);
         const double f = x - base;
         const int left = truncated(base);
         if (f > 0.5) {
-            plot_trace(waveform_, left, y, times(colour, static_cast<float>(1.0 - (f - 0.5))));
-            plot_trace(waveform_, left + 1, y, times(colour, static_cast<float>(f - 0.5)));
+            plot(kWaveform, waveform_, left, y, times(colour, static_cast<float>(1.0 - (f - 0.5))));
+            plot(kWaveform, waveform_, left + 1, y, times(colour, static_cast<float>(f - 0.5)));
         } else if (f < 0.5) {
-            plot_trace(waveform_, left - 1, y, times(colour, static_cast<float>(0.5 - f)));
-            plot_trace(waveform_, left, y, times(colour, static_cast<float>(1.0 - (0.5 - f))));
+            plot(kWaveform, waveform_, left - 1, y, times(colour, static_cast<float>(0.5 - f)));
+            plot(kWaveform, waveform_, left, y, times(colour, static_cast<float>(1.0 - (0.5 - f))));
         } else {
-            plot_trace(waveform_, left, y, colour);
+            plot(kWaveform, waveform_, left, y, colour);
         }
     }
 
@@ -95,13 +103,13 @@ class Worker {
         const Rect &clip = context_.clip;
         if (x < clip.left || x > clip.right || y < clip.top || y > clip.bottom) return;
         if (context_.monochrome) {
-            plot_trace(vectorscope_, x, y, context_.monochrome_colour);
+            plot(kVectorscope, vectorscope_, x, y, context_.monochrome_colour);
             return;
         }
         const Colour colour = times(pixel, context_.vectorscope_gain * 0.2f);
         if (std::any_of(colour.begin(), colour.end(), [](float v) { return std::isnan(v); }))
             return;
-        plot_trace(vectorscope_, x, y, colour);
+        plot(kVectorscope, vectorscope_, x, y, colour);
     }
 
     void parade_sample(const Colour &pixel, int column) {
@@ -124,7 +132,7 @@ class Worker {
         const double level = area.bottom - value * context_.value_scale * area.span - lift;
         if (std::isnan(level)) return;
         const int y = trace_row(level, context_.top, area.bottom);
-        plot_trace(parade_, context_.parade_anchors[k] + dx, y, context_.parade_colours[k]);
+        plot(kParade, parade_, context_.parade_anchors[k] + dx, y, context_.parade_colours[k]);
     }
 
     void histogram_sample(const Colour &pixel) {
@@ -148,6 +156,7 @@ class Worker {
     const Image &source_;
     const ScopeContext &context_;
     ScopeTraces &traces_;
+    const PlotObserver &observer_;
     TypedPicture<D> waveform_;
     TypedPicture<D> vectorscope_;
     TypedPicture<D> parade_;
@@ -160,7 +169,7 @@ class Worker {
 }  // namespace
 
 void sample_picture(const Image &source, const ScopeContext &context, int parts,
-                    ScopeTraces &traces) {
+                    ScopeTraces &traces, const PlotObserver &observer) {
     const bool sampled = context.show[kWaveform] || context.show[kVectorscope] ||
                          context.show[kParade] || context.show[kHistogram];
     if (sampled && !context.muted) {
@@ -168,7 +177,7 @@ void sample_picture(const Image &source, const ScopeContext &context, int parts,
         const int rows = source.height / n;
         with_depth(source.depth, [&](auto depth) {
             for (int part = 0; part < n; ++part) {
-                Worker<decltype(depth)::value>(source, context, traces).run(part, rows);
+                Worker<decltype(depth)::value>(source, context, traces, observer).run(part, rows);
             }
         });
     }

@@ -2,6 +2,7 @@
 // and fail on request. For tests of single functions; one FakeHost lives at a time.
 #pragma once
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -52,6 +53,26 @@ class Calls {
         }
         const auto fault = fails.find(what);
         return fault == fails.end() ? 0 : fault->second;
+    }
+
+    /// The log without the taking, locking and giving back of suites and handles: they have to
+    /// balance, in whatever order.
+    [[nodiscard]] std::vector<std::string> telling() const {
+        std::vector<std::string> rest;
+        for (const std::string &call : log) {
+            const bool paired = call.rfind("acquire ", 0) == 0 || call.rfind("release ", 0) == 0 ||
+                                call.rfind("new_handle ", 0) == 0 || call == "lock" ||
+                                call == "unlock" || call == "dispose";
+            if (!paired) rest.push_back(call);
+        }
+        return rest;
+    }
+    /// Where in the log `what` stands first; the log's length when it does not.
+    [[nodiscard]] std::size_t first(const std::string &what) const {
+        return static_cast<std::size_t>(std::find(log.begin(), log.end(), what) - log.begin());
+    }
+    [[nodiscard]] long count(const std::string &what) const {
+        return std::count(log.begin(), log.end(), what);
     }
 
     Block *new_block(std::size_t size) {

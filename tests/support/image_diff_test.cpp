@@ -7,6 +7,8 @@
 #include <iterator>
 #include <limits>
 
+#include "support/paths.h"
+
 namespace ks::test_support {
 namespace {
 
@@ -15,7 +17,7 @@ using oracle::Image;
 using oracle::make_image;
 
 std::string file_bytes(const std::string &name) {
-    std::ifstream stream(std::filesystem::path(KS_BUILD_DIR) / "image-diff" / name,
+    std::ifstream stream(std::filesystem::path(paths::build()) / "image-diff" / name,
                          std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
 }

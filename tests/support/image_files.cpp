@@ -6,6 +6,8 @@
 #include <fstream>
 #include <system_error>
 
+#include "support/paths.h"
+
 namespace ks::test_support {
 namespace {
 
@@ -53,7 +55,7 @@ std::string encoded(const Image &image) {
 }  // namespace
 
 std::string write_picture(const std::string &stem, const Image &image) {
-    const std::filesystem::path folder = std::filesystem::path(KS_BUILD_DIR) / "image-diff";
+    const std::filesystem::path folder = std::filesystem::path(paths::build()) / "image-diff";
     const std::filesystem::path file =
         folder / (stem + (image.depth == Depth::kFloat ? ".pfm" : ".ppm"));
     std::error_code error;

@@ -3,11 +3,15 @@
 import pathlib
 import sys
 
+import documented
 import includes
+import links
+import reaches
 import sizes
 import words
 
-CHECKS = {"includes": includes, "words": words, "sizes": sizes}
+CHECKS = {"documented": documented, "includes": includes, "links": links, "reaches": reaches,
+          "sizes": sizes, "words": words}
 
 
 def main():

@@ -12,6 +12,9 @@ import unittest
 SOURCE = pathlib.Path(__file__).resolve().parents[2]
 CALL = 'echo "$(basename "$0") $*" >> "$CALLS"\n'
 
+LIST_OF_ONE = """[[ $* != *--show-only* ]] || { echo '{"tests": [{"name": "a"}]}'; exit; }
+"""
+
 
 class DevTest(unittest.TestCase):
     def setUp(self):
@@ -25,13 +28,16 @@ class DevTest(unittest.TestCase):
             made.mkdir(parents=True)
         shutil.copy2(SOURCE / "dev", self.tree / "dev")
         shutil.copytree(SOURCE / "cmake" / "packages", self.tree / "cmake" / "packages")
+        for program in ("test_report.py", "job_times.py"):
+            shutil.copy2(SOURCE / "cmake" / program, self.tree / "cmake" / program)
         self.calls = self.base / "calls.txt"
         self.calls.touch()
         # Everything is installed, everything succeeds; a test replaces what it is about.
         self.stand_in("dpkg-query", 'shift 3; for p; do echo "ii  $p"; done\n')
         self.stand_in("id", "echo 0\n")
-        for name in ("apt-get", "cmake", "ctest"):
+        for name in ("apt-get", "cmake"):
             self.stand_in(name, CALL)
+        self.ctest('<testsuite><testcase name="a" status="run" time="2"/></testsuite>')
         self.script(self.tree / "cmake" / "fetch-duktape", CALL)
 
     def script(self, path, body):
@@ -41,6 +47,11 @@ class DevTest(unittest.TestCase):
 
     def stand_in(self, name, body):
         self.script(self.programs / name, body)
+
+    def ctest(self, results, then=""):
+        """A stand-in that lists one test, and leaves these results of a run."""
+        self.stand_in("ctest", CALL + LIST_OF_ONE + 'while [[ $1 != --output-junit ]]; do shift; done\n'
+                      + f"echo '{results}' > \"$2\"\n" + then)
 
     def dev(self, *arguments):
         environment = dict(os.environ, PATH=f"{self.programs}:{os.environ['PATH']}",
@@ -135,20 +146,10 @@ class Build(DevTest):
         self.assertIn("no such compiler", result.stderr)
 
 
-SUMMARY = """echo '  1/6 Test #1: a ....   Passed    0.00 sec'
-echo '43% tests passed, 2 tests failed out of 6'
-echo
-echo 'The following tests did not run:'
-printf '\\t  4 - a.skip (Skipped)\\n\\t  5 - a.off (Disabled)\\n'
-echo 'The following tests FAILED:'
-printf '\\t  2 - a.fail (Failed)\\n\\t  3 - a.gone (Not Run)\\n'
-"""
-
-
 class Tests(DevTest):
     def test_one_run_over_both_builds(self):
         self.assertEqual(self.dev("test", "all", "--", "-R", "x y").returncode, 0)
-        runs = [l for l in self.called().splitlines() if l.startswith("ctest")]
+        runs = [l for l in self.called().splitlines() if l.startswith("ctest") and "--show" not in l]
         self.assertEqual(len(runs), 1)
         self.assertTrue(runs[0].endswith(" -R x y"))
         listed = (self.tree / "build/ctest-all/CTestTestfile.cmake").read_text()
@@ -156,10 +157,41 @@ class Tests(DevTest):
                                  f'subdirs("{self.tree}/build/win64-release")\n')
 
     def test_the_last_line_counts_and_the_status_is_passed_on(self):
-        self.stand_in("ctest", SUMMARY + "exit 8\n")
+        self.ctest('<testsuite><testcase name="a" status="run"/><testcase name="b" status="fail"/>'
+                   '<testcase name="c" status="disabled"/></testsuite>', "exit 8\n")
         result = self.dev("test", "native")
         self.assertEqual(result.returncode, 8)
-        self.assertEqual(result.stdout.splitlines()[-1], "3 passed, 2 failed, 2 skipped")
+        self.assertEqual(result.stdout.splitlines()[-1], "1 passed, 1 failed, 1 skipped")
+
+    def test_what_only_the_report_finds_is_a_failure(self):
+        self.ctest("no results")
+        result = self.dev("test", "native")
+        self.assertEqual(result.returncode, 1)
+        self.assertEqual(result.stdout.splitlines()[-1], "0 passed, 1 failed, 0 skipped")
+
+    def test_accounts_of_earlier_runs_are_gone(self):
+        old = self.tree / "build/linux-release/test-reports/a.xml"
+        old.parent.mkdir(parents=True)
+        old.write_text("<testsuites/>")
+        self.assertEqual(self.dev("test", "native").returncode, 0)
+        self.assertFalse(old.exists())
+
+    def test_shows_where_the_time_went_and_keeps_all_of_it(self):
+        result = self.dev("test", "native")
+        kept = (self.tree / "build/log/times-native.txt").read_text()
+        self.assertIn("      2.0    a\n", kept)
+        for part in ("building", "testing"):
+            self.assertIn(f"seconds of processor time of {part} as a whole\n", kept)
+        self.assertIn(kept, result.stdout)
+
+    def test_two_sizes(self):
+        for words, size in ((("test",), "usual"), (("test", "full"), "full"),
+                            (("test", "native", "full"), "full")):
+            self.ctest('<testsuite/>', 'echo "size=$KS_TEST_SIZE" >> "$CALLS"\n')
+            self.calls.write_text("")
+            self.assertEqual(self.dev(*words).returncode, 0)
+            self.assertIn(f"size={size}\n", self.called())
+        self.assert_fails(self.dev("test", "full", "native"), 2, "takes one argument")
 
     def test_a_failed_build_runs_no_tests(self):
         self.stand_in("cmake", '[[ $1 != --build ]]\n')
@@ -210,7 +242,7 @@ class Demo(DevTest):
 class Sanitize(DevTest):
     def test_runs_the_tests_of_each_sanitizer_and_keeps_a_failure(self):
         self.stand_in("setarch", 'shift; exec "$@"\n')
-        self.stand_in("ctest", CALL + '[[ "$*" != *ctest-ubsan* ]]\n')
+        self.ctest('<testsuite/>', '[[ "$2" != *ctest-ubsan* ]]\n')
         result = self.dev("sanitize", "--", "-R", "x")
         self.assertEqual(result.returncode, 1, result.stderr)
         for kind in ("asan", "ubsan", "tsan"):
@@ -256,6 +288,11 @@ class Bench(DevTest):
             if found[:len(cells)] == list(cells):
                 return found[len(cells):]
         self.fail(f"no row {cells} in\n{output}")
+
+    def test_builds_the_benchmarks_and_no_tests(self):
+        self.assertEqual(self.dev("bench").returncode, 0)
+        self.assertIn("cmake --preset linux-release -DKS_BENCH=ON\n", self.called())
+        self.assertIn("--target KestrelScopes ks_bench bench_picture\n", self.called())
 
     def test_keeps_its_figures_as_json(self):
         os.environ["FIGURES"] = "{}"

@@ -20,7 +20,7 @@ bool report_findings(const std::vector<stage::ShownMessage> &messages,
 }
 
 bool report_findings(const stage::Session &session) {
-    return report_findings(session.host.messages, session.host.strict.violations());
+    return report_findings(session.messages(), session.findings());
 }
 
 }  // namespace stage_cli

@@ -4,17 +4,19 @@
 #include <cstdio>
 #include <stdexcept>
 #include <thread>
+#include <utility>
 
 #include "kestrel-stage/verbs/exit_status.h"
 #include "kestrel-stage/verbs/findings.h"
 #include "kestrel-stage/verbs/job_text.h"
 #include "kestrel-stage/verbs/plugin_choice.h"
 #include "kestrel-stage/verbs/progress.h"
+#include "stage/desk/panel/typed_value.h"
 #include "stage/image/codecs/picture_io.h"
 #include "stage/image/frame_pattern.h"
 #include "stage/image/frame_range.h"
 #include "stage/session/footage.h"
-#include "stage/session/session.h"
+#include "stage/session/scene.h"
 #include "stage/text/utf8_path.h"
 
 namespace stage_cli {
@@ -22,10 +24,9 @@ namespace {
 
 using namespace stage;
 
-/// Project changes of this program are a user's: the comp, its footage, and the layer with the
-/// effect.
-struct Scene {
-    EffectInstance *instance = nullptr;
+/// What is rendered, and which frames there are.
+struct Subject {
+    EffectInstance *effect = nullptr;
     std::int64_t first_frame = 0;  ///< number of the project's frame 0 in file names
     std::int64_t frames = 1;
 };
@@ -64,101 +65,42 @@ HostOptions host_options(const RenderJob &job, Depth depth) {
     return options;
 }
 
-void refuse_start(const CommandResult &result) {
-    throw std::runtime_error("the effect could not be applied (error " +
-                             std::to_string(result.error) + ")" +
-                             (result.message.empty() ? "" : ": " + result.message));
-}
-
-ItemId add_picture(Project &project, const Footage &footage, const std::string &name,
-                   const std::string &path, const Pair &par) {
-    const ItemId id =
-        project.add_footage(name, footage.opened.width, footage.opened.height, par.first,
-                            par.second, footage.opened.frames, footage.opened.reader);
-    project.item(id)->path = path;
-    return id;
-}
-
-/// An absolute path in UTF-8: what a project file keeps.
-std::string kept_path(const std::string &path) {
-    return path.empty() ? path : path_to_utf8(std::filesystem::absolute(path_from_utf8(path)));
-}
-
-Scene build_scene(Session &session, const RenderJob &job, const Footage &footage) {
-    Project &project = session.host.project;
+Subject build_subject(Session &session, const RenderJob &job, const Footage &footage) {
     const Pair par = parse_ratio(job.pixel_aspect);
-    const ItemId picture = add_picture(project, footage, job.chart.empty() ? job.input : job.chart,
-                                       kept_path(job.input), par);
-    project.item(picture)->chart = job.chart;
-    const ItemId comp = project.add_comp("Comp 1", footage.opened.width, footage.opened.height,
-                                         par.first, par.second, footage.opened.frames);
-    project.active_comp = comp;
-    const LayerId below = project.add_layer(comp, picture, 0, "Footage");
-    LayerId original_layer = 0;
+    SceneParts parts;
+    parts.picture =
+        footage_item(footage, job.chart.empty() ? job.input : job.chart, par.first, par.second);
     if (!job.original.empty()) {
-        const Footage original = open_footage_file(path_from_utf8(job.original));
-        const ItemId item =
-            add_picture(project, original, job.original, kept_path(job.original), par);
-        original_layer = project.add_layer(comp, item, -1, "Original");
-        project.layer(original_layer)->flags &= ~layer_flag::kVideoActive;
+        parts.original = footage_item(open_footage_file(path_from_utf8(job.original)), job.original,
+                                      par.first, par.second);
     }
-    LayerId carrier = below;
-    if (job.apply_to == "adjustment") {
-        carrier = project.add_adjustment_layer(comp, 0, "Scopes");
-    }
-    project.layer(carrier)->selected = true;
-    CommandResult applied;
-    Scene scene;
-    scene.instance = session.apply(carrier, &applied);
-    if (scene.instance == nullptr) refuse_start(applied);
-    scene.first_frame = footage.first_frame;
-    scene.frames = footage.opened.frames;
-    if (original_layer != 0) {
+    parts.adjustment = job.apply_to == "adjustment";
+    parts.selected = true;
+    const Scene scene = build_scene(session, std::move(parts));
+    if (scene.original != 0) {
         ParamValue value;
-        value.layer = original_layer;
-        session.set_value(*scene.instance, session.plugin.catalog.find("Original Source"), value);
+        value.layer = scene.original;
+        session.set_value(*scene.effect, session.plugin.catalog.find("Original Source"), value);
     }
-    return scene;
+    return {scene.effect, footage.first_frame, footage.opened.frames};
 }
 
-Scene load_scene(Session &session, const RenderJob &job) {
+Subject load_subject(Session &session, const RenderJob &job) {
     session.load(path_from_utf8(job.project));
-    if (session.host.instances.empty()) {
+    if (session.instances().empty()) {
         throw std::runtime_error(job.project + ": no layer carries the effect");
     }
-    Scene scene;
-    scene.instance = session.host.instances.front().get();
-    scene.frames = session.host.project.comp_of(scene.instance->layer)->frames;
-    return scene;
+    EffectInstance *const effect = session.instances().front().get();
+    return {effect, 0, session.project().comp_of(effect->layer)->frames};
 }
 
-void apply_settings(Session &session, Scene &scene, const std::vector<std::string> &settings) {
-    const ParamCatalog &catalog = session.plugin.catalog;
-    const Layer *layer = session.host.project.layer(scene.instance->layer);
-    const Item *source = session.host.project.item(layer->source);
-    for (const std::string &setting : settings) {
-        const std::size_t equals = setting.find('=');
-        if (equals == std::string::npos) {
-            throw std::runtime_error("\"" + setting + "\" is wrong: --set takes NAME=VALUE");
-        }
-        const int index = catalog.find(setting.substr(0, equals));
-        const ParamValue value =
-            catalog.parse(index, setting.substr(equals + 1), source->width, source->height);
-        const PF_Err error = session.set_value(*scene.instance, index, value);
-        if (error != 0) {
-            throw std::runtime_error("setting \"" + catalog.at(index).path +
-                                     "\" failed with error " + std::to_string(error));
-        }
-    }
-}
-
-FrameRange range_of(const RenderJob &job, const Scene &scene) {
-    const int first = static_cast<int>(scene.first_frame);
-    const int last = static_cast<int>(scene.first_frame + scene.frames) - 1;
+FrameRange range_of(const RenderJob &job, const Subject &subject) {
+    const int first = static_cast<int>(subject.first_frame);
+    const int last = static_cast<int>(subject.first_frame + subject.frames) - 1;
     if (job.frames.empty()) return {first, last};
     const FrameRange range = parse_frame_range(job.frames);
     // A still has the same picture at every frame.
-    const bool still = scene.frames == 1;
+    const bool still = subject.frames == 1;
     if (!still && (range.first < first || range.last > last)) {
         throw std::runtime_error("--frames " + job.frames + " leaves the input's frames " +
                                  std::to_string(first) + "-" + std::to_string(last));
@@ -184,10 +126,10 @@ RenderSettings settings_of(const RenderJob &job) {
     return settings;
 }
 
-void render_frame(Session &session, Scene &scene, RenderSettings settings, const RenderJob &job,
-                  int number) {
-    settings.frame = number - scene.first_frame;
-    const RenderResult result = session.render(*scene.instance, settings);
+void render_frame(Session &session, const Subject &subject, RenderSettings settings,
+                  const RenderJob &job, int number) {
+    settings.frame = number - subject.first_frame;
+    const RenderResult result = session.render(*subject.effect, settings);
     if (result.error != 0) {
         throw std::runtime_error("frame " + std::to_string(number) +
                                  ": the effect failed with error " + std::to_string(result.error) +
@@ -199,7 +141,7 @@ void render_frame(Session &session, Scene &scene, RenderSettings settings, const
     }
     if (job.output.empty()) return;
     const auto file = frame_file(path_from_utf8(job.output), number);
-    write_picture(file, result.picture, session.host.options.depth);
+    write_picture(file, result.picture, session.options().depth);
 }
 
 }  // namespace
@@ -216,19 +158,19 @@ int run_render(const RenderJob &job, bool trace) {
         job.plugin.empty() ? default_plugin_file() : path_from_utf8(job.plugin);
     Session session(plugin_file, host_options(job, depth_of(job, footage.native)));
     if (trace) {
-        session.host.trace.enable(true);
-        session.host.trace.set_sink(
+        session.trace_to(
             [](const TraceEntry &entry) { std::printf("%s\n", Trace::to_line(entry).c_str()); });
     }
     session.start();
-    Scene scene = from_project ? load_scene(session, job) : build_scene(session, job, footage);
-    apply_settings(session, scene, job.settings);
-    const FrameRange range = range_of(job, scene);
+    const Subject subject =
+        from_project ? load_subject(session, job) : build_subject(session, job, footage);
+    for (const std::string &setting : job.settings) assign(session, *subject.effect, setting);
+    const FrameRange range = range_of(job, subject);
     check_output(job, range);
     {
         Progress progress(range.count());
         for (int number = range.first; number <= range.last; ++number) {
-            render_frame(session, scene, settings, job, number);
+            render_frame(session, subject, settings, job, number);
             progress.step();
         }
     }

@@ -47,7 +47,7 @@ void add_session_command(CLI::App &app, int &status) {
     const auto options = std::make_shared<Options>();
     CLI::App *verb = app.add_subcommand(
         "session", "Replay what a user does, from a session file, and check what it expects");
-    verb->add_option("FILE", options->file, "Session file (docs/session-files.md)")->required();
+    verb->add_option("FILE", options->file, "Session file (see docs/stage)")->required();
     verb->add_option("-o,--output", options->output,
                      "Folder for the shots and the projects that the session saves; it is made "
                      "when it is not there. Without it shots are made but not written");

@@ -8,8 +8,8 @@
 #include <chrono>
 
 #include "kestrel-stage/window/imgui_draw.h"
-#include "kestrel-stage/window/notice_box.h"
 #include "kestrel-stage/window/report.h"
+#include "kestrel-stage/window/widgets/notice_box.h"
 #include "stage/image/replacement_file.h"
 
 namespace stage_view {
@@ -40,17 +40,13 @@ SDL_SystemCursor widget_cursor() {
 
 }  // namespace
 
-FrameLoop::FrameLoop(Desk &desk, Window &window, const ViewOptions &options)
-    : desk_(desk),
+FrameLoop::FrameLoop(WindowActs &acts, Window &window, const ViewOptions &options)
+    : acts_(acts),
       window_(window),
       options_(options),
-      pane_(desk, window),
-      controls_(desk),
-      menus_(desk) {}
-
-bool FrameLoop::pane_is_free() const {
-    return !popup_open_;
-}
+      pane_(acts, window),
+      controls_(acts),
+      menus_(acts) {}
 
 void FrameLoop::take_move() {
     if (!pending_move_) return;
@@ -58,7 +54,7 @@ void FrameLoop::take_move() {
     mouse_y_ = static_cast<float>(pending_move_->y);
     mouse_inside_ = true;
     const bool held_by_widget = buttons_[0] && !pane_.holds_mouse();
-    pane_.move(pending_move_->x, pending_move_->y, pane_is_free() && !held_by_widget);
+    pane_.move(pending_move_->x, pending_move_->y, !popup_open_ && !held_by_widget);
     pending_move_.reset();
 }
 
@@ -69,8 +65,8 @@ void FrameLoop::take_button(const SDL_MouseButtonEvent &button) {
     const bool down = button.type == SDL_MOUSEBUTTONDOWN;
     buttons_[button_place(button.button)] = down;
     if (down) {
-        if (pane_.area().contains(button.x, button.y)) desk_.settle_edits(false);
-        pane_.press(button.x, button.y, button.button, button.clicks, space_down_, pane_is_free());
+        if (pane_.area().contains(button.x, button.y)) acts_.settle_edits(false);
+        pane_.press(button.x, button.y, button.button, button.clicks, space_down_, !popup_open_);
         // A number that is being typed is done with a press beside it.
         if (pane_.holds_mouse()) ImGui::SetWindowFocus(nullptr);
     } else {
@@ -87,7 +83,7 @@ void FrameLoop::take_key(const SDL_KeyboardEvent &key) {
     const bool typing = io.WantTextInput;
     if (key.keysym.sym == SDLK_SPACE) space_down_ = key.type == SDL_KEYDOWN && !typing;
     if (key.type != SDL_KEYDOWN || typing) return;
-    const bool dialog = menus_.asks() || !desk_.notices.empty();
+    const bool dialog = menus_.asks() || !acts_.notices.empty();
     if (!popup_open_ && !pane_.holds_mouse()) menus_.key(key.keysym);
     // All of the menus at once: the pointer over one of them would open it again.
     if (popup_open_ && !dialog && key.keysym.sym == SDLK_ESCAPE) ImGui::SetWindowFocus(nullptr);
@@ -101,7 +97,7 @@ bool FrameLoop::take_event(const Event &event) {
     take_move();
     switch (event.type) {
         case SDL_QUIT:
-            desk_.quit = true;
+            acts_.quit = true;
             return true;
         case SDL_MOUSEBUTTONDOWN:
         case SDL_MOUSEBUTTONUP:
@@ -110,8 +106,8 @@ bool FrameLoop::take_event(const Event &event) {
         case SDL_MOUSEWHEEL: {
             const int x = static_cast<int>(mouse_x_);
             const int y = static_cast<int>(mouse_y_);
-            if (pane_.area().contains(x, y) && pane_is_free()) {
-                pane_.wheel(x, y, double{event.wheel.preciseY}, true);
+            if (pane_.area().contains(x, y) && !popup_open_) {
+                pane_.wheel(x, y, double{event.wheel.preciseY});
             } else {
                 ImGui_ImplSDL2_ProcessEvent(&event);
             }
@@ -166,11 +162,12 @@ void FrameLoop::draw_widgets() {
     const int panel = std::min(kPanelWidth, width / 2);
     const int strips = std::min(strips_height(), (height - top) / 2);
     pane_.place({0, top, width - panel, height - top - strips});
-    draw_strips(desk_, pane_, times_, {0, height - strips, width - panel, strips}, log_);
+    draw_strips(acts_, pane_.render_milliseconds(), times_,
+                {0, height - strips, width - panel, strips}, log_);
     controls_.draw({width - panel, top, panel, height - top}, log_);
     menus_.draw_dialog(log_);
-    desk_.collect_messages();
-    if (!menus_.asks()) draw_notice(desk_, log_);
+    acts_.collect_messages();
+    if (!menus_.asks()) draw_notice(acts_, log_);
 }
 
 void FrameLoop::choose_cursor() {
@@ -188,7 +185,7 @@ void FrameLoop::draw() {
     // In menus and dialogs keys move about; elsewhere they belong to the picture.
     io.ConfigFlags &= ~ImGuiConfigFlags_NavEnableKeyboard;
     if (popup_open_) io.ConfigFlags |= ImGuiConfigFlags_NavEnableKeyboard;
-    desk_.settle_edits(io.MouseDown[0] || ImGui::IsAnyItemActive());
+    acts_.settle_edits(io.MouseDown[0] || ImGui::IsAnyItemActive());
     ImGui::NewFrame();
     draw_widgets();
     popup_open_ =
@@ -205,7 +202,7 @@ void FrameLoop::draw() {
 void FrameLoop::settled() {
     ++settled_frames_;
     if (options_.report.empty()) return;
-    const ReportSources sources{desk_,
+    const ReportSources sources{acts_,
                                 pane_,
                                 controls_.entries(),
                                 log_,
@@ -223,12 +220,12 @@ void FrameLoop::run() {
     const auto enough = [this] {
         return options_.frames > 0 && settled_frames_ >= options_.frames;
     };
-    while (!desk_.quit && !enough()) {
+    while (!acts_.quit && !enough()) {
         if (unsettled_ <= 0 && options_.frames == 0) SDL_WaitEvent(nullptr);
         const Clock::time_point start = Clock::now();
         take_events();
         draw();
-        const bool last = desk_.quit || (unsettled_ <= 0 && options_.frames > 0 &&
+        const bool last = acts_.quit || (unsettled_ <= 0 && options_.frames > 0 &&
                                          settled_frames_ + 1 >= options_.frames);
         if (last && !options_.screenshot.empty()) window_.write_screenshot(options_.screenshot);
         window_.present();

@@ -5,13 +5,13 @@
 
 #include <optional>
 
-#include "kestrel-stage/window/desk.h"
-#include "kestrel-stage/window/effect_controls.h"
-#include "kestrel-stage/window/menus.h"
 #include "kestrel-stage/window/picture_pane.h"
-#include "kestrel-stage/window/strips.h"
 #include "kestrel-stage/window/view.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/effect_controls.h"
+#include "kestrel-stage/window/widgets/menus.h"
+#include "kestrel-stage/window/widgets/strips.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 #include "kestrel-stage/window/window.h"
 
 namespace stage_view {
@@ -21,7 +21,7 @@ namespace stage_view {
 /// or a key ends a batch, so that no click is lost between two frames.
 class FrameLoop {
   public:
-    FrameLoop(Desk &desk, Window &window, const ViewOptions &options);
+    FrameLoop(WindowActs &acts, Window &window, const ViewOptions &options);
 
     /// Until the window is closed, "Quit" is chosen, or enough frames have settled.
     void run();
@@ -38,9 +38,8 @@ class FrameLoop {
     void draw_widgets();
     void choose_cursor();
     void settled();
-    bool pane_is_free() const;
 
-    Desk &desk_;
+    WindowActs &acts_;
     Window &window_;
     const ViewOptions &options_;
     PicturePane pane_;

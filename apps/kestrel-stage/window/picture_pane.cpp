@@ -27,7 +27,7 @@ constexpr CursorOf kCursors[] = {
 
 void PicturePane::place(const PixelRect &area) {
     area_ = area;
-    desk_.settle_view(std::max(area.width, 1), std::max(area.height, 1));
+    acts_.settle_view(std::max(area.width, 1), std::max(area.height, 1));
 }
 
 void PicturePane::press(int x, int y, int button, int clicks, bool space_down, bool free) {
@@ -36,21 +36,21 @@ void PicturePane::press(int x, int y, int button, int clicks, bool space_down, b
     last_y_ = y;
     if (button == SDL_BUTTON_MIDDLE || (button == SDL_BUTTON_LEFT && space_down)) {
         holder_ = Holder::kPan;
-    } else if (button == SDL_BUTTON_LEFT && desk_.comp() != nullptr) {
+    } else if (button == SDL_BUTTON_LEFT && acts_.comp() != nullptr) {
         holder_ = Holder::kEffect;
-        desk_.attempt([&] { desk_.workspace().press(x - area_.x, y - area_.y, clicks); });
-        if (desk_.workspace().dragging()) drag_times_ = {};
+        acts_.attempt([&] { acts_.desk().press(x - area_.x, y - area_.y, clicks); });
+        if (acts_.desk().dragging()) drag_times_ = {};
     }
 }
 
 void PicturePane::move(int x, int y, bool free) {
     under_pointer_ = area_.contains(x, y) && (free || holds_mouse());
     if (holder_ == Holder::kPan) {
-        desk_.pan_by(x - last_x_, y - last_y_);
+        acts_.pan_by(x - last_x_, y - last_y_);
     } else if (holder_ == Holder::kEffect || under_pointer_) {
-        dragged_ = dragged_ || desk_.workspace().dragging();
-        if (desk_.comp() != nullptr) {
-            desk_.attempt([&] { desk_.workspace().move(x - area_.x, y - area_.y); });
+        dragged_ = dragged_ || acts_.desk().dragging();
+        if (acts_.comp() != nullptr) {
+            acts_.attempt([&] { acts_.desk().move(x - area_.x, y - area_.y); });
         }
     }
     last_x_ = x;
@@ -60,21 +60,21 @@ void PicturePane::move(int x, int y, bool free) {
 void PicturePane::release(int x, int y, int button) {
     const bool left = button == SDL_BUTTON_LEFT;
     if (holder_ == Holder::kEffect && left) {
-        desk_.attempt([&] { desk_.workspace().release(x - area_.x, y - area_.y); });
+        acts_.attempt([&] { acts_.desk().release(x - area_.x, y - area_.y); });
         holder_ = Holder::kNone;
     } else if (holder_ == Holder::kPan && (left || button == SDL_BUTTON_MIDDLE)) {
         holder_ = Holder::kNone;
     }
 }
 
-void PicturePane::wheel(int x, int y, double steps, bool free) {
-    if (!free || !area_.contains(x, y) || steps == 0) return;
-    const double zoom = desk_.workspace().viewport().zoom * std::pow(kWheelZoom, steps);
-    desk_.zoom_to(zoom, x - area_.x, y - area_.y);
+void PicturePane::wheel(int x, int y, double steps) {
+    if (steps == 0) return;
+    const double zoom = acts_.desk().viewport().zoom * std::pow(kWheelZoom, steps);
+    acts_.zoom_to(zoom, x - area_.x, y - area_.y);
 }
 
 void PicturePane::leave() {
-    if (under_pointer_ && !holds_mouse()) desk_.attempt([&] { desk_.workspace().leave(); });
+    if (under_pointer_ && !holds_mouse()) acts_.attempt([&] { acts_.desk().leave(); });
     under_pointer_ = false;
 }
 
@@ -82,26 +82,26 @@ SDL_SystemCursor PicturePane::cursor(bool space_down) const {
     if (holder_ == Holder::kPan || (space_down && holder_ == Holder::kNone)) {
         return SDL_SYSTEM_CURSOR_HAND;
     }
-    const PF_CursorType wanted = desk_.workspace().cursor();
+    const PF_CursorType wanted = acts_.desk().cursor();
     const auto *found = std::ranges::find(kCursors, wanted, &CursorOf::type);
     return found == std::end(kCursors) ? SDL_SYSTEM_CURSOR_ARROW : found->shape;
 }
 
 void PicturePane::refresh_texture() {
-    stage::Workspace &workspace = desk_.workspace();
-    const std::uint64_t version = workspace.version();
-    const stage::Viewport &viewport = workspace.viewport();
-    const bool same_view = viewport == shown_viewport_ && workspace.window == shown_window_;
+    stage::Desk &desk = acts_.desk();
+    const std::uint64_t version = desk.version();
+    const stage::Viewport &viewport = desk.viewport();
+    const bool same_view = viewport == shown_viewport_ && desk.window == shown_window_;
     if (shown_ && version == shown_version_ && same_view) return;
     const bool rendered = !shown_ || version != shown_version_;
-    const stage::ViewFrame &frame = workspace.view();
+    const stage::ViewFrame &frame = desk.view();
     if (rendered) {
         render_milliseconds_ = frame.seconds * 1000;
         ++renders_;
     }
     const stage::ViewImage picture =
-        stage::window_picture(frame.image, workspace.source_width(), workspace.source_height(),
-                              viewport, workspace.window_overlay(), stage::OverlayTheme{});
+        stage::window_picture(frame.image, desk.source_width(), desk.source_height(), viewport,
+                              desk.window_overlay(), stage::OverlayTheme{});
     if (texture_ == nullptr || texture_width_ != picture.width ||
         texture_height_ != picture.height) {
         texture_ = window_.make_picture_texture(picture.width, picture.height);
@@ -112,17 +112,17 @@ void PicturePane::refresh_texture() {
     shown_ = true;
     shown_version_ = version;
     shown_viewport_ = viewport;
-    shown_window_ = workspace.window;
+    shown_window_ = desk.window;
 }
 
 void PicturePane::draw() {
-    if (desk_.comp() == nullptr) return;
+    if (acts_.comp() == nullptr) return;
     // A frame that cannot be had is not asked for again before something changes.
-    if (!desk_.attempt([&] { refresh_texture(); })) {
+    if (!acts_.attempt([&] { refresh_texture(); })) {
         shown_ = true;
-        shown_version_ = desk_.workspace().version();
-        shown_viewport_ = desk_.workspace().viewport();
-        shown_window_ = desk_.workspace().window;
+        shown_version_ = acts_.desk().version();
+        shown_viewport_ = acts_.desk().viewport();
+        shown_window_ = acts_.desk().window;
     }
     if (texture_ == nullptr) return;
     const SDL_Rect target{area_.x, area_.y, texture_width_, texture_height_};

@@ -5,8 +5,8 @@
 
 #include <cstdint>
 
-#include "kestrel-stage/window/desk.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 #include "kestrel-stage/window/window.h"
 
 namespace stage_view {
@@ -21,7 +21,7 @@ struct DragTimes {
 /// The pane's pixels are the viewer's window pixels.
 class PicturePane {
   public:
-    PicturePane(Desk &desk, Window &window) : desk_(desk), window_(window) {}
+    PicturePane(WindowActs &acts, Window &window) : acts_(acts), window_(window) {}
 
     /// Where the pane lies from now on.
     void place(const PixelRect &area);
@@ -31,7 +31,8 @@ class PicturePane {
     void press(int x, int y, int button, int clicks, bool space_down, bool free);
     void move(int x, int y, bool free);
     void release(int x, int y, int button);
-    void wheel(int x, int y, double steps, bool free);
+    /// The point is in the pane and free.
+    void wheel(int x, int y, double steps);
     void leave();
     /// The pane has the mouse: a press in it is still held.
     bool holds_mouse() const { return holder_ != Holder::kNone; }
@@ -52,7 +53,7 @@ class PicturePane {
     enum class Holder { kNone, kEffect, kPan };
     void refresh_texture();
 
-    Desk &desk_;
+    WindowActs &acts_;
     Window &window_;
     PixelRect area_;
     Holder holder_ = Holder::kNone;

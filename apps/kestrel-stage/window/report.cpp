@@ -1,77 +1,18 @@
 #include "kestrel-stage/window/report.h"
 
-#include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "stage/desk/panel/panel_json.h"
 #include "stage/effect/effect_instance.h"
 
 namespace stage_view {
 namespace {
 
 using nlohmann::ordered_json;
-using stage::PanelEntry;
-using Kind = PanelEntry::Kind;
-
-const char *kind_name(Kind kind) {
-    switch (kind) {
-        case Kind::kGroup:
-            return "group";
-        case Kind::kSlider:
-            return "slider";
-        case Kind::kPopup:
-            return "popup";
-        case Kind::kCheckbox:
-            return "checkbox";
-        case Kind::kColor:
-            return "color";
-        case Kind::kPoint:
-            return "point";
-        case Kind::kLayer:
-            return "layer";
-    }
-    return "";
-}
-
-ordered_json value_json(const PanelEntry &entry) {
-    const stage::ParamValue &value = entry.value;
-    switch (entry.kind) {
-        case Kind::kGroup:
-            return nullptr;
-        case Kind::kCheckbox:
-            return value.number != 0;
-        case Kind::kColor: {
-            char text[8];
-            std::snprintf(text, sizeof text, "#%02x%02x%02x", unsigned{value.color[1]},
-                          unsigned{value.color[2]}, unsigned{value.color[3]});
-            return text;
-        }
-        case Kind::kPoint:
-            return {value.x, value.y};
-        case Kind::kLayer:
-            return value.layer;
-        default:
-            return value.number;
-    }
-}
 
 ordered_json rect_json(const PixelRect &rect) {
     if (rect.width <= 0 || rect.height <= 0) return nullptr;
     return {rect.x, rect.y, rect.width, rect.height};
-}
-
-ordered_json panel_json(const std::vector<PanelEntry> &panel) {
-    ordered_json list = ordered_json::array();
-    for (const PanelEntry &entry : panel) {
-        list.push_back({{"index", entry.index},
-                        {"depth", entry.depth},
-                        {"kind", kind_name(entry.kind)},
-                        {"name", entry.name},
-                        {"value", value_json(entry)},
-                        {"text", entry.text},
-                        {"hidden", entry.hidden},
-                        {"disabled", entry.disabled}});
-    }
-    return list;
 }
 
 ordered_json widgets_json(const WidgetLog &log) {
@@ -88,23 +29,19 @@ ordered_json widgets_json(const WidgetLog &log) {
     return list;
 }
 
-ordered_json pane_json(Desk &desk, const PicturePane &pane) {
-    stage::Workspace &workspace = desk.workspace();
-    const stage::Viewport &viewport = workspace.viewport();
-    const bool comp = workspace.window == stage::WindowKind::kComp;
-    return {{"rect", rect_json(pane.area())},
-            {"window", comp ? "comp" : "layer"},
-            {"zoom", viewport.zoom},
-            {"pan", {viewport.pan_x, viewport.pan_y}},
-            {"stretch", viewport.stretch},
-            {"resolution", workspace.resolution()},
-            {"frame", workspace.frame()},
-            {"dragging", workspace.dragging()},
-            {"effect_cursor", workspace.cursor()}};
+ordered_json pane_json(WindowActs &acts, const PicturePane &pane) {
+    stage::Desk &desk = acts.desk();
+    const stage::Viewport &viewport = desk.viewport();
+    const bool comp = desk.window == stage::WindowKind::kComp;
+    return {{"rect", rect_json(pane.area())}, {"window", comp ? "comp" : "layer"},
+            {"zoom", viewport.zoom},          {"pan", {viewport.pan_x, viewport.pan_y}},
+            {"stretch", viewport.stretch},    {"resolution", desk.resolution()},
+            {"frame", desk.frame()},          {"dragging", desk.dragging()},
+            {"effect_cursor", desk.cursor()}};
 }
 
-ordered_json comp_json(Desk &desk) {
-    const stage::Item *comp = desk.comp();
+ordered_json comp_json(WindowActs &acts) {
+    const stage::Item *comp = acts.comp();
     if (comp == nullptr) return nullptr;
     ordered_json layers = ordered_json::array();
     for (const stage::Layer &layer : comp->layers) {
@@ -122,9 +59,9 @@ ordered_json comp_json(Desk &desk) {
             {"layers", layers}};
 }
 
-ordered_json messages_json(const Desk &desk) {
+ordered_json messages_json(const WindowActs &acts) {
     ordered_json list = ordered_json::array();
-    for (const Notice &notice : desk.notices) {
+    for (const Notice &notice : acts.notices) {
         list.push_back({{"text", notice.text}, {"error", notice.as_error}});
     }
     return list;
@@ -157,22 +94,22 @@ const char *cursor_name(SDL_SystemCursor cursor) {
 }  // namespace
 
 std::string report_text(const ReportSources &sources) {
-    Desk &desk = sources.desk;
+    WindowActs &acts = sources.acts;
     const ordered_json report = {
         {"settled", sources.settled_frames},
         {"drawn", sources.drawn_frames},
         {"window", {sources.window_width, sources.window_height}},
-        {"pane", pane_json(desk, sources.pane)},
-        {"comp", comp_json(desk)},
-        {"depth", static_cast<int>(desk.session().host.options.depth)},
-        {"threads", stage::reported_threads(desk.session().host.options.schedule)},
+        {"pane", pane_json(acts, sources.pane)},
+        {"comp", comp_json(acts)},
+        {"depth", static_cast<int>(acts.session().options().depth)},
+        {"threads", stage::reported_threads(acts.session().options().schedule)},
         {"cursor", cursor_name(sources.cursor)},
-        {"messages", messages_json(desk)},
-        {"checks", desk.session().host.strict.enabled},
-        {"findings", desk.session().host.strict.violations().size()},
+        {"messages", messages_json(acts)},
+        {"checks", acts.session().checks()},
+        {"findings", acts.session().findings().size()},
         {"renders", sources.pane.renders()},
         {"last_drag", times_json(sources.pane)},
-        {"panel", panel_json(sources.panel)},
+        {"panel", stage::panel_json(sources.panel, true)},
         {"widgets", widgets_json(sources.log)},
     };
     return report.dump(1) + "\n";

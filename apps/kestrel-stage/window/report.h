@@ -4,16 +4,16 @@
 #include <string>
 #include <vector>
 
-#include "kestrel-stage/window/desk.h"
 #include "kestrel-stage/window/picture_pane.h"
-#include "kestrel-stage/window/widget_log.h"
+#include "kestrel-stage/window/widgets/widget_log.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 #include "stage/desk/panel/panel_model.h"
 
 namespace stage_view {
 
 /// Everything that a report tells; all of one settled frame.
 struct ReportSources {
-    Desk &desk;
+    WindowActs &acts;
     const PicturePane &pane;
     const std::vector<stage::PanelEntry> &panel;
     const WidgetLog &log;
@@ -23,7 +23,7 @@ struct ReportSources {
     int drawn_frames;
 };
 
-/// The report's text. docs/stage.md lists its fields.
+/// The report's text. docs/stage/manual.md lists its fields.
 std::string report_text(const ReportSources &sources);
 
 }  // namespace stage_view

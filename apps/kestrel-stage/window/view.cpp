@@ -1,9 +1,9 @@
 #include "kestrel-stage/window/view.h"
 
-#include "kestrel-stage/window/desk.h"
 #include "kestrel-stage/window/frame_loop.h"
+#include "kestrel-stage/window/widgets/window_acts.h"
 #include "kestrel-stage/window/window.h"
-#include "stage/desk/workspace.h"
+#include "stage/desk/desk.h"
 #include "stage/session/session.h"
 
 namespace stage_view {
@@ -11,13 +11,13 @@ namespace {
 
 constexpr const char *kDefaultChart = "test-card";
 
-void open_first(Desk &desk, const ViewOptions &options) {
+void open_first(WindowActs &acts, const ViewOptions &options) {
     if (!options.project.empty()) {
-        desk.load_project(options.project);
+        acts.load_project(options.project);
     } else if (!options.picture.empty()) {
-        desk.open_picture(options.picture);
+        acts.open_picture(options.picture);
     } else {
-        desk.open_chart(kDefaultChart, 1920, 1080);
+        acts.open_chart(kDefaultChart, 1920, 1080);
     }
 }
 
@@ -28,16 +28,16 @@ bool run_view(const ViewOptions &options) {
     session.start();
     bool findings = false;
     {
-        stage::Workspace workspace(session);
-        Desk desk(workspace);
-        desk.set_threads(0);
-        open_first(desk, options);
+        stage::Desk desk(session);
+        WindowActs acts(desk);
+        acts.set_threads(0);
+        open_first(acts, options);
         Window window("Kestrel Scopes", options.width, options.height);
-        FrameLoop(desk, window, options).run();
-        desk.settle_edits(false);
+        FrameLoop(acts, window, options).run();
+        acts.settle_edits(false);
     }
     session.stop();
-    findings = !session.host.strict.violations().empty();
+    findings = !session.findings().empty();
     return findings;
 }
 

@@ -4,8 +4,8 @@
 
 #include <string>
 
+#include "geometry/scope_layout.h"
 #include "scopes/graticule/shapes.h"
-#include "scopes/scope_layout.h"
 
 namespace ks {
 

@@ -6,7 +6,7 @@
 #include <variant>
 #include <vector>
 
-#include "render/pixel_format.h"
+#include "pixels/pixel_format.h"
 
 namespace ks {
 

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "render/views.h"
+#include "scopes/context/vector_map.h"
 #include "scopes/graticule/vectorscope_targets.h"
-#include "scopes/sampling/vector_map.h"
 
 namespace ks {
 namespace {
@@ -47,7 +46,7 @@ Colour line_colour(const Colour &colour) {
 void add_reference_line(ShapeList &shapes, const ScopeSampleContext &c, const Colour &colour) {
     if (colour.red == colour.green && colour.green == colour.blue) return;
     const VectorGains gains = vector_gains(c.lumaMath);
-    const double luma = luminance(colour, static_cast<std::uint8_t>(c.lumaMath));
+    const double luma = luminance(colour, c.lumaMath);
     const double across = (colour.blue - luma) * gains.blue_y;
     const double up = (colour.red - luma) * gains.red_y;
     const double distance = std::hypot(across, up);

@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <optional>
 
-#include "render/layout.h"
+#include "geometry/frame_scale.h"
+#include "scopes/context/sample_context.h"
 #include "scopes/graticule/shapes.h"
-#include "scopes/sample_context.h"
 
 namespace ks {
 

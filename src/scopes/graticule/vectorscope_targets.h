@@ -4,9 +4,9 @@
 #include <array>
 #include <cstddef>
 
-#include "render/world_view.h"
+#include "geometry/int_rect.h"
+#include "scopes/context/sample_context.h"
 #include "scopes/graticule/shapes.h"
-#include "scopes/sample_context.h"
 
 namespace ks {
 

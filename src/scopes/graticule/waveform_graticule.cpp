@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdio>
 
-#include "render/layout.h"
-#include "scopes/scope_kind.h"
+#include "geometry/frame_scale.h"
+#include "model/scope_kind.h"
 
 namespace ks {
 namespace {

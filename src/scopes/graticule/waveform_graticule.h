@@ -4,10 +4,10 @@
 #include <cstdint>
 #include <string>
 
-#include "render/pixel_format.h"
-#include "render/world_view.h"
+#include "geometry/int_rect.h"
+#include "geometry/scope_layout.h"
+#include "pixels/pixel_format.h"
 #include "scopes/graticule/shapes.h"
-#include "scopes/scope_layout.h"
 
 namespace ks {
 

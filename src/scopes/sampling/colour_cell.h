@@ -14,7 +14,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "render/depth.h"
+#include "pixels/depth.h"
 
 namespace ks {
 

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "render/layout.h"
+#include "geometry/frame_scale.h"
 
 namespace ks {
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-#include "scopes/sample_context.h"
+#include "scopes/context/sample_context.h"
 
 namespace ks {
 

@@ -3,9 +3,8 @@
 
 #include <emmintrin.h>
 
-#include "render/depth.h"
-#include "render/luma.h"
-#include "scopes/sample_context.h"
+#include "pixels/depth.h"
+#include "scopes/context/sample_context.h"
 
 namespace ks {
 
@@ -19,10 +18,6 @@ struct alignas(16) SampleBlock {
     float red_y[kSize];   ///< R - Y, likewise
     int count = 0;
 };
-
-constexpr const LumaWeights &luma_weights(LumaMath math) {
-    return math == LumaMath::k709 ? kWeights709 : kWeights601;
-}
 
 /// Reads `count` samples that lie `step` pixels apart.
 template <class P>
@@ -54,16 +49,15 @@ void load_block(const P *first, int step, int count, SampleBlock &block) {
     }
 }
 
-/// Fills luma and the colour differences: wr * R + wg * G + wb * B from left to right in single
-/// precision. A neutral sample (R = G = B) has no colour difference, whatever Y was rounded to.
-inline void fill_luma(const LumaWeights &w, SampleBlock &block) {
-    const __m128 wr = _mm_set1_ps(w.red), wg = _mm_set1_ps(w.green), wb = _mm_set1_ps(w.blue);
+/// Fills luma and the colour differences. A neutral sample (R = G = B) has no colour difference,
+/// whatever Y was rounded to.
+inline void fill_luma(LumaMath math, SampleBlock &block) {
+    const LumaWeights weights = luma_weights(math);  // a copy, which no store can change
     for (int i = 0; i < block.count; i += 4) {
         const __m128 r = _mm_load_ps(block.red + i);
         const __m128 g = _mm_load_ps(block.green + i);
         const __m128 b = _mm_load_ps(block.blue + i);
-        const __m128 y =
-            _mm_add_ps(_mm_add_ps(_mm_mul_ps(wr, r), _mm_mul_ps(wg, g)), _mm_mul_ps(wb, b));
+        const __m128 y = luminance(r, g, b, weights);
         const __m128 neutral = _mm_and_ps(_mm_cmpeq_ps(r, g), _mm_cmpeq_ps(g, b));
         _mm_store_ps(block.luma + i, y);
         _mm_store_ps(block.blue_y + i, _mm_andnot_ps(neutral, _mm_sub_ps(b, y)));

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "render/pixel_format.h"
+#include "pixels/pixel_format.h"
 #include "scopes/sampling/row_map.h"
 
 namespace ks {

@@ -17,9 +17,9 @@ class FrameRender {
     FrameRender(Session &session, const RenderSettings &settings,
                 std::vector<EffectOutcome> &outcomes)
         : session_(session),
-          project_(session.host.project),
-          pool_(session.host.worlds.pool()),
-          depth_(session.host.options.depth),
+          project_(session.project()),
+          pool_(session.pool()),
+          depth_(session.options().depth),
           outcomes_(outcomes) {
         settings_.frame = settings.frame;
         settings_.downsample_x = resolution_.x = settings.downsample_x;
@@ -46,11 +46,7 @@ class FrameRender {
 
   private:
     EffectInstance *running(const Layer &layer, std::size_t effect) const {
-        for (const auto &instance : session_.host.instances) {
-            const bool here = instance->layer == layer.id;
-            if (here && static_cast<std::size_t>(instance->effect) == effect) return instance.get();
-        }
-        return nullptr;
+        return session_.instance_at(layer.id, static_cast<int>(effect));
     }
 
     static bool takes_part(const Layer &layer, bool nested) {
@@ -209,7 +205,7 @@ void fill_frame(Session &session, const RenderSettings &settings, ViewFrame &fra
 }  // namespace
 
 void render_comp(Session &session, ItemId comp, const RenderSettings &settings, ViewFrame &frame) {
-    const Item *item = session.host.project.comp(comp);
+    const Item *item = session.project().comp(comp);
     if (item == nullptr) throw ProjectError("there is no composition " + std::to_string(comp));
     fill_frame(session, settings, frame,
                [&](FrameRender &render) { return render.comp(*item, false); });
@@ -223,7 +219,7 @@ ViewFrame render_comp(Session &session, ItemId comp, const RenderSettings &setti
 
 void render_layer(Session &session, LayerId layer, const RenderSettings &settings,
                   ViewFrame &frame) {
-    const Layer *found = session.host.project.layer(layer);
+    const Layer *found = session.project().layer(layer);
     if (found == nullptr) throw ProjectError("there is no layer " + std::to_string(layer));
     fill_frame(session, settings, frame, [&](FrameRender &render) { return render.layer(*found); });
 }

@@ -1,18 +1,9 @@
 #include "stage/desk/viewer/viewer.h"
 
 #include "hostapi/constants.h"
-#include "stage/effect/effect_instance.h"
-#include "stage/effect/plugin.h"
-#include "stage/services/event_callbacks.h"
-#include "stage/session/session.h"
 
 namespace stage {
 namespace {
-
-/// Bit of PF_CustomUIInfo::events for each kind of window: comp 1, layer 2, effect 4.
-bool takes_events(const Plugin &plugin, WindowKind kind) {
-    return plugin.custom_ui && (plugin.ui_info.events & (1 << static_cast<int>(kind))) != 0;
-}
 
 PF_Point point_of(int x, int y) {
     PF_Point point{};
@@ -37,33 +28,15 @@ Viewer::~Viewer() {
 void Viewer::notify(PF_EventType type) {
     PF_EventExtra extra{};
     extra.e_type = type;
-    send(extra, false);
+    send(extra);
 }
 
-EventReply Viewer::send(PF_EventExtra &extra, bool takes_values) {
-    EventReply reply;
-    Host &host = session_.host;
-    if (!takes_events(session_.plugin, kind_)) return reply;
-    reply.sent = true;
-    EventConversion conversion{&context_pointer_, layer_map(host.project, instance_.layer),
-                               viewport};
-    extra.contextH = &context_pointer_;
-    extra.cbs = event_callbacks(conversion);
-    extra.evt_in_flags = host.options.events_say_dont_draw ? PF_EI_DONT_DRAW : PF_EI_NONE;
-    extra.evt_out_flags = PF_EO_NONE;
-    const CommandResult result =
-        session_.send_event(instance_, extra, frame, downsample, takes_values, reply.changed);
-    reply.error = result.error;
-    reply.message = result.message;
-    reply.handled = (extra.evt_out_flags & PF_EO_HANDLED_EVENT) != 0;
-    if (!reply.changed.empty()) {
-        if (!reply.handled) {
-            host.strict.report("event.unhandled_change", command_name(PF_Cmd_EVENT),
-                               "values were changed in an event that was not marked as handled");
-        }
-        session_.refresh_panel(instance_);
-    }
-    return reply;
+EventWindow Viewer::window() {
+    return {kind_, &context_pointer_, viewport, frame, downsample};
+}
+
+EventReply Viewer::send(PF_EventExtra &extra) {
+    return session_.send_event(instance_, extra, window());
 }
 
 EventReply Viewer::press(int x, int y, int clicks, PF_Modifiers modifiers) {
@@ -72,14 +45,14 @@ EventReply Viewer::press(int x, int y, int clicks, PF_Modifiers modifiers) {
     click_.screen_point = point_of(x, y);
     click_.num_clicks = clicks;
     click_.modifiers = modifiers;
-    session_.host.undo.begin_group("Drag Handle");
+    session_.history().begin_group("Drag Handle");
     PF_EventExtra extra{};
     extra.e_type = PF_Event_DO_CLICK;
     extra.u.do_click = click_;
-    const EventReply reply = send(extra, true);
+    const EventReply reply = send(extra);
     click_ = extra.u.do_click;
     dragging_ = reply.error == 0 && reply.handled && click_.send_drag != 0;
-    if (!dragging_) session_.host.undo.end_group();
+    if (!dragging_) session_.history().end_group();
     return reply;
 }
 
@@ -88,13 +61,13 @@ EventReply Viewer::send_drag(int x, int y, PF_Modifiers modifiers, bool last) {
     click_.num_clicks = 0;
     click_.modifiers = modifiers;
     click_.last_time = last ? 1 : 0;
-    const HostOptions &options = session_.host.options;
+    const HostOptions &options = session_.options();
     if (!options.carry_send_drag) click_.send_drag = 0;
     if (options.drags_as_clicks) click_.send_drag = 1;
     PF_EventExtra extra{};
     extra.e_type = options.drags_as_clicks ? PF_Event_DO_CLICK : PF_Event_DRAG;
     extra.u.do_click = click_;
-    const EventReply reply = send(extra, true);
+    const EventReply reply = send(extra);
     click_ = extra.u.do_click;
     if (last || reply.error != 0 || click_.send_drag == 0) end_drag();
     return reply;
@@ -102,7 +75,7 @@ EventReply Viewer::send_drag(int x, int y, PF_Modifiers modifiers, bool last) {
 
 void Viewer::end_drag() {
     dragging_ = false;
-    session_.host.undo.end_group();
+    session_.history().end_group();
 }
 
 EventReply Viewer::move(int x, int y, PF_Modifiers modifiers) {
@@ -111,7 +84,7 @@ EventReply Viewer::move(int x, int y, PF_Modifiers modifiers) {
     extra.e_type = PF_Event_ADJUST_CURSOR;
     extra.u.adjust_cursor.screen_point = point_of(x, y);
     extra.u.adjust_cursor.modifiers = modifiers;
-    const EventReply reply = send(extra, false);
+    const EventReply reply = send(extra);
     cursor_ = reply.error == 0 ? extra.u.adjust_cursor.set_cursor : PF_CursorType{0};
     return reply;
 }
@@ -124,13 +97,13 @@ EventReply Viewer::leave() {
     cursor_ = 0;
     PF_EventExtra extra{};
     extra.e_type = PF_Event_MOUSE_EXITED;
-    return send(extra, false);
+    return send(extra);
 }
 
 EventReply Viewer::idle() {
     PF_EventExtra extra{};
     extra.e_type = PF_Event_IDLE;
-    return send(extra, false);
+    return send(extra);
 }
 
 EventReply Viewer::key(PF_KeyCode code, PF_Modifiers modifiers) {
@@ -138,20 +111,11 @@ EventReply Viewer::key(PF_KeyCode code, PF_Modifiers modifiers) {
     extra.e_type = PF_Event_KEYDOWN;
     extra.u.key_down.keycode = code;
     extra.u.key_down.modifiers = modifiers;
-    return send(extra, true);
+    return send(extra);
 }
 
 EventReply Viewer::draw(DrawList &list) {
-    list.primitives.clear();
-    Host &host = session_.host;
-    PF_EventExtra extra{};
-    extra.e_type = PF_Event_DRAW;
-    extra.u.draw.depth = 32;
-    extra.u.draw.update_rect = {0, 0, viewport.width, viewport.height};
-    host.drawbot.begin(list, host.options.null_drawing_reference, viewport.width, viewport.height);
-    const EventReply reply = send(extra, false);
-    host.drawbot.end(command_name(PF_Cmd_EVENT));
-    return reply;
+    return session_.draw_event(instance_, window(), list);
 }
 
 }  // namespace stage

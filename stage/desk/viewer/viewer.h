@@ -6,28 +6,15 @@
 #include <vector>
 
 #include "hostapi/events.h"
-#include "stage/commands/command_call.h"
 #include "stage/drawbot/draw_list.h"
 #include "stage/drawbot/viewport.h"
+#include "stage/session/session.h"
 
 namespace stage {
 
-class EffectInstance;
-class Session;
-
-/// What the effect did with one event.
-struct EventReply {
-    PF_Err error = 0;
-    bool sent = false;         ///< the effect takes events of this window at all
-    bool handled = false;      ///< PF_EO_HANDLED_EVENT
-    std::vector<int> changed;  ///< parameters that were taken over, by index
-    std::string message;
-};
-
-/// Opening sends NEW_CONTEXT and ACTIVATE, closing DEACTIVATE and CLOSE_CONTEXT. Values that the
-/// effect marks as changed in click and drag events are taken over, clamped as the options say; all
-/// those of one click and its drags are one step of undo; the panel is refreshed after each. The
-/// instance must outlive the viewer. Positions are window pixels. [host thread]
+/// Opening sends NEW_CONTEXT and ACTIVATE, closing DEACTIVATE and CLOSE_CONTEXT. All changes of one
+/// click and its drags are one step of undo. The instance must outlive the viewer. Positions are
+/// window pixels. [host thread]
 class Viewer {
   public:
     Viewer(Session &session, EffectInstance &instance, WindowKind kind);
@@ -61,7 +48,8 @@ class Viewer {
     const PF_DoClickEventInfo &click_record() const { return click_; }
 
   private:
-    EventReply send(PF_EventExtra &extra, bool takes_values);
+    EventReply send(PF_EventExtra &extra);
+    EventWindow window();
     EventReply send_drag(int x, int y, PF_Modifiers modifiers, bool last);
     void end_drag();
     void notify(PF_EventType type);

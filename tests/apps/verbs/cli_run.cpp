@@ -8,6 +8,8 @@
 #include <fstream>
 #include <sstream>
 
+#include "support/paths.h"
+
 namespace cli {
 namespace {
 
@@ -41,7 +43,7 @@ Outcome run(const std::vector<std::string> &words) {
 }
 
 Outcome stage(const std::vector<std::string> &arguments) {
-    std::vector<std::string> words{KS_STAGE_FILE};
+    std::vector<std::string> words{paths::stage()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     return run(words);
 }

@@ -8,6 +8,7 @@
 
 #include "apps/verbs/cli_run.h"
 #include "stage/image/codecs/picture_io.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -175,6 +176,20 @@ TEST(Render, original_is_wiped_over) {
     EXPECT_EQ(picture.at(100, 50)[1], 1.0f);                    // the wipe's edge
 }
 
+TEST(Render, layers_are_set_by_their_name) {
+    const Scratch scratch;
+    const auto render = [&](const char *source) {
+        return stage({"render", "--chart", "ramp", "--size", "200x100", "-o", scratch.file("o.pam"),
+                      "--depth", "8", "--set", std::string("Original Source=") + source});
+    };
+    EXPECT_EQ(render("Footage").status, 0);
+    EXPECT_EQ(render("none").status, 0);
+    const Outcome refused = render("nobody");
+    EXPECT_EQ(refused.status, 1);
+    expect_one_line(refused);
+    EXPECT_THAT(refused.err, HasSubstr("there is no layer \"nobody\" (there are \"Scopes\", "));
+}
+
 TEST(Render, project_file_survives_a_restart) {
     const Scratch scratch;
     ASSERT_EQ(stage({"render", "--chart", "test-card", "--size", "320x180", "-o",
@@ -317,7 +332,7 @@ TEST(Params, text_shows_groups_and_defaults) {
 }
 
 TEST(Inspect, shows_the_native_library) {
-    const Outcome outcome = stage({"inspect", KS_PLUGIN_FILE});
+    const Outcome outcome = stage({"inspect", paths::plugin()});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_THAT(outcome.out, HasSubstr("EntryPointFunc"));
     EXPECT_EQ(stage({"inspect", "no-such-file"}).status, 1);

@@ -9,6 +9,7 @@
 
 #include "apps/verbs/cli_run.h"
 #include "stage/image/codecs/picture_io.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ namespace {
 std::filesystem::path windows_folder() {
     const char *const named = std::getenv("KS_WINDOWS_BUILD");
     return named != nullptr ? std::filesystem::path(named)
-                            : std::filesystem::path(KS_SOURCE_DIR) / "build" / "win64-release";
+                            : std::filesystem::path(paths::source()) / "build" / "win64-release";
 }
 
 const std::filesystem::path kWindowsFolder = windows_folder();
@@ -30,14 +31,14 @@ class Parity : public testing::Test {
         }
         // `./dev test` builds the native plug-in first.
         if (std::filesystem::last_write_time(kWindowsFolder / "KestrelScopes.aex") <
-            std::filesystem::last_write_time(KS_PLUGIN_FILE)) {
+            std::filesystem::last_write_time(paths::plugin())) {
             GTEST_SKIP() << "the Windows build is older than this one";
         }
     }
 
     cli::Outcome windows(const std::vector<std::string> &arguments) const {
         std::vector<std::string> words{"env", "KS_WINE_DIR=" + kWindowsFolder.string(),
-                                       std::string(KS_SOURCE_DIR) + "/cmake/run-under-wine",
+                                       paths::source() + "/cmake/run-under-wine",
                                        (kWindowsFolder / "kestrel-stage.exe").string()};
         words.insert(words.end(), arguments.begin(), arguments.end());
         return cli::run(words);

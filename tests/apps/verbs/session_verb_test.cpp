@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "apps/verbs/cli_run.h"
+#include "support/paths.h"
 
 namespace {
 
@@ -16,7 +17,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 
-constexpr char kSessions[] = KS_SOURCE_DIR "/tests/sessions/";
+const std::string kSessions = paths::source() + "/tests/whole/sessions/";
 
 std::string written(const Scratch &scratch, const std::string &steps,
                     const std::string &options = "{ \"threads\": 2 }") {
@@ -31,7 +32,7 @@ const std::string kApplied =
     R"({ "new comp": { "size": [320, 180] } }, { "add adjustment layer": "a" }, "apply")";
 
 TEST(SessionVerb, plays_a_file_that_goes_as_expected) {
-    const Outcome outcome = cli::stage({"session", std::string(kSessions) + "undo.json"});
+    const Outcome outcome = cli::stage({"session", kSessions + "undo.json"});
     EXPECT_EQ(outcome.status, 0) << outcome.err;
     EXPECT_EQ(outcome.err, "");
     EXPECT_THAT(outcome.out, HasSubstr("undo.json: "));
@@ -110,20 +111,20 @@ TEST(SessionVerb, wants_a_file_and_says_what_shots_become) {
 TEST(SessionVerb, of_the_windows_build_says_the_same) {
     const char *const named = std::getenv("KS_WINDOWS_BUILD");
     const std::filesystem::path folder =
-        named != nullptr ? named : KS_SOURCE_DIR "/build/win64-release";
+        named != nullptr ? named : paths::source() + "/build/win64-release";
     if (!std::filesystem::exists(folder / "kestrel-stage.exe") ||
         !std::filesystem::exists(folder / "KestrelScopes.aex")) {
         GTEST_SKIP() << "the Windows build is not there";
     }
     if (std::filesystem::last_write_time(folder / "kestrel-stage.exe") <
-        std::filesystem::last_write_time(KS_PLUGIN_FILE)) {
+        std::filesystem::last_write_time(paths::plugin())) {
         GTEST_SKIP() << "the Windows build is older than this one";
     }
     const Scratch scratch;
     const std::string file = written(scratch, kApplied + R"(,
         { "expect": { "order": [3, 2, 1] } }, { "shot": "one" })");
     Outcome there = cli::run(
-        {"env", "KS_WINE_DIR=" + folder.string(), KS_SOURCE_DIR "/cmake/run-under-wine",
+        {"env", "KS_WINE_DIR=" + folder.string(), paths::source() + "/cmake/run-under-wine",
          (folder / "kestrel-stage.exe").string(), "session", file, "-o", scratch.file("out")});
     const Outcome here = cli::stage({"session", file});
     std::erase(there.out, '\r');

@@ -8,6 +8,8 @@
 #include <stdexcept>
 #include <thread>
 
+#include "support/paths.h"
+
 namespace view {
 namespace {
 
@@ -45,7 +47,7 @@ void ViewTest::TearDown() {
 
 void ViewTest::launch(const std::vector<std::string> &arguments) {
     std::vector<std::string> words = {
-        KS_STAGE_FILE, "view", "--size", kSize, "--report", (folder_ / "report.json").string()};
+        paths::stage(), "view", "--size", kSize, "--report", (folder_ / "report.json").string()};
     words.insert(words.end(), arguments.begin(), arguments.end());
     program_ = std::make_unique<ChildProcess>(
         words, folder_.string(),

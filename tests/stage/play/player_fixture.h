@@ -10,6 +10,7 @@
 
 #include "stage/play/session_player.h"
 #include "stage/session/session.h"
+#include "support/paths.h"
 
 namespace ks::play {
 
@@ -45,7 +46,7 @@ inline stage::SessionFile file_of(const std::string &steps, const std::string &o
 
 inline stage::PlayReport play(const std::string &steps, const std::string &options = "",
                               const stage::PlayFolders &folders = {}) {
-    return stage::play_session(KS_PLUGIN_FILE, file_of(steps, options), folders);
+    return stage::play_session(paths::plugin(), file_of(steps, options), folders);
 }
 
 /// An effect on an adjustment layer of a small comp, shown at 100 %.

@@ -8,13 +8,15 @@
 #include <fstream>
 #include <nlohmann/json.hpp>
 
+#include "support/paths.h"
+
 namespace {
 
 using stage::session_from_text;
 using testing::StartsWith;
 
 nlohmann::json cases() {
-    std::ifstream stream(KS_SOURCE_DIR "/tests/stage/play/broken.json");
+    std::ifstream stream(paths::source() + "/tests/stage/play/broken.json");
     return nlohmann::json::parse(stream);
 }
 

@@ -7,7 +7,9 @@
 #include <string>
 
 #include "stage/desk/viewer/comp_render.h"
+#include "stage/session/footage.h"
 #include "stage/session/session.h"
+#include "support/paths.h"
 
 namespace stage_test {
 
@@ -50,7 +52,7 @@ inline void expect_same(const stage::ViewImage &is, const stage::ViewImage &shou
 struct CompScene {
     static constexpr int kWidth = 96, kHeight = 160;
 
-    explicit CompScene(stage::HostOptions options = {}) : session(KS_PLUGIN_FILE, options) {
+    explicit CompScene(stage::HostOptions options = {}) : session(paths::plugin(), options) {
         session.panel_shown = false;
         session.start();
         begin_comp();
@@ -61,18 +63,17 @@ struct CompScene {
         project().active_comp = comp;
     }
 
-    stage::Project &project() { return session.host.project; }
-    stage::Depth depth() const { return session.host.options.depth; }
-    stage::BytePool &pool() { return session.host.worlds.pool(); }
+    stage::Project &project() { return session.project(); }
+    stage::Depth depth() const { return session.options().depth; }
+    stage::BytePool &pool() { return session.pool(); }
     stage::Item &item_of(stage::LayerId layer) {
         return *project().item(project().layer(layer)->source);
     }
 
     stage::LayerId add(const stage::Picture &picture, std::int64_t frames = 1) {
-        const stage::ItemId item =
-            project().add_footage("footage", picture.width, picture.height, 1, 1, frames,
-                                  [picture](std::int64_t) { return picture; });
-        return project().add_layer(comp, item, 0, "footage");
+        stage::Item item = footage_item(stage::still_footage(picture), "footage", 1, 1);
+        item.frames = frames;
+        return project().add_layer(comp, project().add_footage(std::move(item)), 0, "footage");
     }
     stage::LayerId add_random(std::uint32_t seed, int width = kWidth, int height = kHeight,
                               bool opaque = true) {
@@ -93,12 +94,9 @@ struct CompScene {
         return *effect;
     }
     void set(const stage::EffectInstance &effect, const char *name, double number) {
-        auto &streams = project()
-                            .layer(effect.layer)
-                            ->effects.at(static_cast<std::size_t>(effect.effect))
-                            .streams;
-        streams.at(static_cast<std::size_t>(session.plugin.catalog.find(name))).value.number =
-            number;
+        session.state_of(effect)
+            .streams.at(static_cast<std::size_t>(session.plugin.catalog.find(name)))
+            .value.number = number;
     }
 
     stage::ViewFrame frame(const stage::RenderSettings &settings = {}) {

@@ -1,4 +1,10 @@
 #include "support/stage/rogue_session.h"
+#include "support/paths.h"
+
+#include <utility>
+
+#include "stage/session/footage.h"
+#include "stage/session/scene.h"
 
 namespace stage_test {
 namespace {
@@ -11,10 +17,11 @@ Names names_of(const std::vector<stage::Finding> &findings, bool known) {
     return names;
 }
 
-stage::ItemId add_footage(stage::Project &project, const Scene &scene,
-                          const stage::Picture &picture) {
-    return project.add_footage("footage", scene.width, scene.height, scene.par_num, scene.par_den,
-                               10, [picture](std::int64_t) { return picture; });
+stage::Item item_of(const RogueScene &scene, const stage::Picture &picture) {
+    stage::Item item =
+        footage_item(stage::still_footage(picture), "footage", scene.par_num, scene.par_den);
+    item.frames = 10;
+    return item;
 }
 
 }  // namespace
@@ -31,7 +38,7 @@ stage::Picture test_picture(int width, int height, stage::Depth depth) {
 }
 
 RogueSession::RogueSession(const std::string &act, stage::HostOptions options)
-    : session(KS_ROGUE_FILE, options) {
+    : session(paths::rogue(), options) {
     session.panel_shown = false;
     choose(act);
 }
@@ -45,23 +52,21 @@ const rogue::Seen &RogueSession::seen() const {
     return *session.plugin.library.function<rogue::GetSeen>("rogue_seen")();
 }
 
-void RogueSession::open(const Scene &scene) {
+void RogueSession::open(const RogueScene &scene) {
     session.start();
-    picture = test_picture(scene.width, scene.height, host().options.depth);
-    stage::Project &project = host().project;
-    comp = project.add_comp("comp", scene.width, scene.height, scene.par_num, scene.par_den, 10);
-    project.active_comp = comp;
-    layer = project.add_layer(comp, add_footage(project, scene, picture), 0, "layer");
-    effect = session.apply(layer);
-    ASSERT_NE(effect, nullptr);
+    picture = test_picture(scene.width, scene.height, session.options().depth);
+    stage::SceneParts parts;
+    parts.picture = item_of(scene, picture);
+    parts.adjustment = false;
+    const stage::Scene built = build_scene(session, std::move(parts));
+    comp = built.comp;
+    layer = built.carrier;
+    effect = built.effect;
 }
 
-void RogueSession::set_original(const Scene &scene) {
-    stage::Project &project = host().project;
-    const stage::Picture other = test_picture(scene.width, scene.height, host().options.depth);
-    const stage::LayerId id =
-        project.add_layer(comp, add_footage(project, scene, other), -1, "original");
-    value(rogue::kOriginal).layer = id;
+void RogueSession::set_original(const RogueScene &scene) {
+    const stage::Picture other = test_picture(scene.width, scene.height, session.options().depth);
+    value(rogue::kOriginal).layer = add_original(session.project(), comp, item_of(scene, other));
 }
 
 void RogueSession::set_point(double x, double y) {
@@ -70,11 +75,7 @@ void RogueSession::set_point(double x, double y) {
 }
 
 stage::ParamValue &RogueSession::value(int index) {
-    return host()
-        .project.layer(layer)
-        ->effects.at(static_cast<std::size_t>(effect->effect))
-        .streams.at(static_cast<std::size_t>(index))
-        .value;
+    return session.state_of(*effect).streams.at(static_cast<std::size_t>(index)).value;
 }
 
 stage::RenderResult RogueSession::render(const stage::RenderSettings &settings) {

@@ -17,7 +17,7 @@ using Names = std::vector<std::string>;
 /// A picture of codes that every depth holds exactly, opaque, no two neighbours alike.
 stage::Picture test_picture(int width, int height, stage::Depth depth);
 
-struct Scene {
+struct RogueScene {
     int width = 8, height = 6;
     int par_num = 1, par_den = 1;
 };
@@ -32,9 +32,9 @@ class RogueSession {
     const rogue::Seen &seen() const;
 
     /// Starts, makes a comp with one layer, applies the effect. The panel stays hidden.
-    void open(const Scene &scene = {});
+    void open(const RogueScene &scene = {});
     /// A second layer for the plug-in's layer parameter.
-    void set_original(const Scene &scene);
+    void set_original(const RogueScene &scene);
     void set_point(double x, double y);
     stage::ParamValue &value(int index);
 

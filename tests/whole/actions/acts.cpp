@@ -20,45 +20,45 @@ const std::vector<Act> &all_acts() {
     return acts;
 }
 
-const Act &draw_act(Desk &desk) {
+const Act &draw_act(User &user) {
     int sum = 0;
     for (const Act &act : all_acts()) sum += act.weight;
     while (true) {
-        int at = desk.dice.below(sum);
+        int at = user.dice.below(sum);
         for (const Act &act : all_acts()) {
             at -= act.weight;
             if (at >= 0) continue;
-            if (!act.needs_effect || desk.effect() != nullptr) return act;
+            if (!act.needs_effect || user.effect() != nullptr) return act;
             break;
         }
     }
 }
 
 // What a refused act must have left alone.
-std::string fingerprint(Desk &desk) {
+std::string fingerprint(User &user) {
     std::string text;
-    for (const stage::Layer &layer : desk.layers()) {
+    for (const stage::Layer &layer : user.layers()) {
         text += std::to_string(layer.id) + (layer.selected ? "s" : "") + ":" +
                 std::to_string(layer.effects.size()) + " ";
     }
-    for (const auto &held : desk.session.host.instances) text += std::to_string(held->id) + ",";
+    for (const auto &held : user.session.instances()) text += std::to_string(held->id) + ",";
     return text;
 }
 
 }  // namespace
 
-void act_once(Desk &desk) {
-    ++desk.actions;
-    const Act &act = draw_act(desk);
-    const std::string before = fingerprint(desk);
-    const bool can_redo = desk.session.host.undo.next_redo() != nullptr;
+void act_once(User &user) {
+    ++user.actions;
+    const Act &act = draw_act(user);
+    const std::string before = fingerprint(user);
+    const bool can_redo = user.session.history().next_redo() != nullptr;
     try {
-        act.run(desk);
+        act.run(user);
     } catch (const std::runtime_error &refusal) {
-        desk.add_to_note(std::string(", refused: ") + refusal.what());
+        user.add_to_note(std::string(", refused: ") + refusal.what());
         EXPECT_TRUE(act.may_refuse) << act.name << ": " << refusal.what();
-        EXPECT_EQ(fingerprint(desk), before) << act.name << " was refused";
-        EXPECT_EQ(desk.session.host.undo.next_redo() != nullptr, can_redo)
+        EXPECT_EQ(fingerprint(user), before) << act.name << " was refused";
+        EXPECT_EQ(user.session.history().next_redo() != nullptr, can_redo)
             << act.name << " was refused and yet cost what could be redone";
     }
 }

@@ -5,7 +5,7 @@
 #include <set>
 
 #include "stage/effect/effect_instance.h"
-#include "whole/actions/desk.h"
+#include "whole/actions/user.h"
 
 namespace actions {
 namespace {
@@ -18,7 +18,7 @@ Habits keeping_host() {
 
 class LostRecord : public testing::Test {
   protected:
-    LostRecord() : desk(keeping_host(), 1), instance(*desk.effect()) {
+    LostRecord() : user(keeping_host(), 1), instance(*user.effect()) {
         EXPECT_EQ(findings(), Checks{});
         EXPECT_EQ(set(kReset, 1), 0);
         // The new record is nobody's, and the panel's refresh is handed the freed one: it is asked
@@ -29,22 +29,22 @@ class LostRecord : public testing::Test {
     using Checks = std::set<std::string>;
 
     PF_Err set(int index, double number) {
-        stage::ParamValue value = desk.session.value(instance, index);
+        stage::ParamValue value = user.session.value(instance, index);
         value.number = number;
-        return desk.session.set_value(instance, index, value);
+        return user.session.set_value(instance, index, value);
     }
 
     // Checks that were broken since the last call; the departures that are known do not count.
     Checks findings() {
         Checks checks;
-        for (const stage::Finding &finding : desk.session.host.strict.violations()) {
+        for (const stage::Finding &finding : user.session.findings()) {
             checks.insert(finding.check);
         }
-        desk.session.host.strict.clear();
+        user.session.host.strict.clear();
         return checks;
     }
 
-    Desk desk;
+    User user;
     stage::EffectInstance &instance;
 };
 
@@ -59,16 +59,16 @@ TEST_F(LostRecord, edits_of_the_order_say_so_and_others_work) {
 TEST_F(LostRecord, handles_are_dragged_as_ever) {
     ASSERT_EQ(set(kLayout, 1), 0);
     ASSERT_EQ(set(11, 50), 0);
-    desk.workspace.viewport() = stage::Viewport{};
-    EXPECT_TRUE(desk.workspace.press(80, 60).event.handled) << "the wipe, in the middle";
-    EXPECT_EQ(desk.workspace.move(40, 60).event.changed, (std::vector<int>{11, 12}));
-    desk.workspace.release(40, 60);
-    EXPECT_EQ(desk.number(instance, 11), 25);
+    user.desk.viewport() = stage::Viewport{};
+    EXPECT_TRUE(user.desk.press(80, 60).event.handled) << "the wipe, in the middle";
+    EXPECT_EQ(user.desk.move(40, 60).event.changed, (std::vector<int>{11, 12}));
+    user.desk.release(40, 60);
+    EXPECT_EQ(user.number(instance, 11), 25);
     EXPECT_EQ(findings(), Checks{});
 }
 
 TEST_F(LostRecord, frames_fail_with_a_code) {
-    const stage::ViewFrame &frame = desk.workspace.view();
+    const stage::ViewFrame &frame = user.desk.view();
     ASSERT_EQ(frame.effects.size(), 1u);
     EXPECT_EQ(frame.effects.front().error, 512);
     EXPECT_EQ(frame.effects.front().message, "Error: Sequence data has not been initialised");
@@ -76,11 +76,11 @@ TEST_F(LostRecord, frames_fail_with_a_code) {
 }
 
 TEST_F(LostRecord, the_effect_applied_once_more_has_its_own) {
-    desk.workspace.apply();
-    ASSERT_NE(desk.effect(), &instance);
+    user.desk.apply();
+    ASSERT_NE(user.effect(), &instance);
     findings();
-    desk.edit(kShow[5], 1);
-    EXPECT_EQ(desk.session.sequence_bytes(*desk.effect()).at(3080), 5);
+    user.edit(kShow[5], 1);
+    EXPECT_EQ(user.session.sequence_bytes(*user.effect()).at(3080), 5);
     EXPECT_EQ(findings(), Checks{});
 }
 

@@ -18,106 +18,106 @@ std::string name_of(const stage::Layer &layer) {
     return "\"" + layer.name + "\" (" + std::to_string(layer.id) + ")";
 }
 
-bool full(Desk &desk) {
-    return desk.layers().size() >= kMostLayers;
+bool full(User &user) {
+    return user.layers().size() >= kMostLayers;
 }
 
-void delete_layer(Desk &desk) {
-    if (desk.layers().empty()) return desk.note("nothing to delete");
-    const stage::Layer layer = desk.dice.pick(desk.layers());
-    desk.note("delete " + name_of(layer));
-    desk.workspace.delete_layer(layer.id);
-    EXPECT_EQ(desk.project().layer(layer.id), nullptr);
+void delete_layer(User &user) {
+    if (user.layers().empty()) return user.note("nothing to delete");
+    const stage::Layer layer = user.dice.pick(user.layers());
+    user.note("delete " + name_of(layer));
+    user.desk.delete_layer(layer.id);
+    EXPECT_EQ(user.project().layer(layer.id), nullptr);
 }
 
-void add_layer(Desk &desk) {
-    if (full(desk)) return delete_layer(desk);
-    const int width = desk.dice.between(1, 2 * desk.habits.comp_width);
-    const int height = desk.dice.between(1, 2 * desk.habits.comp_height);
-    switch (desk.dice.below(6)) {
+void add_layer(User &user) {
+    if (full(user)) return delete_layer(user);
+    const int width = user.dice.between(1, 2 * user.habits.comp_width);
+    const int height = user.dice.between(1, 2 * user.habits.comp_height);
+    switch (user.dice.below(6)) {
         case 0:
-            desk.note("add text");
-            desk.workspace.add_text("text");
+            user.note("add text");
+            user.desk.add_text("text");
             break;
         case 1:
         case 2:
-            desk.note("add adjustment layer");
-            desk.workspace.add_adjustment("adjustment");
+            user.note("add adjustment layer");
+            user.desk.add_adjustment("adjustment");
             break;
         case 3:
-            desk.note("add solid " + std::to_string(width) + "x" + std::to_string(height));
-            desk.workspace.add_solid("solid", width, height, {1, 0.2, 0.5, 0.9});
+            user.note("add solid " + std::to_string(width) + "x" + std::to_string(height));
+            user.desk.add_solid("solid", width, height, {1, 0.2, 0.5, 0.9});
             break;
         default:
-            desk.note("add chart " + std::to_string(width) + "x" + std::to_string(height));
-            desk.workspace.add_chart("bars75", width, height, desk.dice.between(1, 2), 1);
+            user.note("add chart " + std::to_string(width) + "x" + std::to_string(height));
+            user.desk.add_chart("bars75", width, height, user.dice.between(1, 2), 1);
             break;
     }
 }
 
-void duplicate_layer(Desk &desk) {
-    if (desk.layers().empty() || full(desk)) return delete_layer(desk);
-    const stage::Layer layer = desk.dice.pick(desk.layers());
-    desk.note("duplicate " + name_of(layer));
+void duplicate_layer(User &user) {
+    if (user.layers().empty() || full(user)) return delete_layer(user);
+    const stage::Layer layer = user.dice.pick(user.layers());
+    user.note("duplicate " + name_of(layer));
     std::map<int, OrderModel> originals;  // by place in the layer's list
-    for (const auto &held : desk.session.host.instances) {
-        if (held->layer == layer.id) originals[held->effect] = desk.order(*held);
+    for (const auto &held : user.session.instances()) {
+        if (held->layer == layer.id) originals[held->effect] = user.order(*held);
     }
-    const stage::LayerId copy = desk.workspace.duplicate_layer(layer.id);
+    const stage::LayerId copy = user.desk.duplicate_layer(layer.id);
     std::size_t copies = 0;
-    for (const auto &held : desk.session.host.instances) {
+    for (const auto &held : user.session.instances()) {
         if (held->layer != copy) continue;
         ++copies;
-        desk.order(*held) = originals.at(held->effect);
+        user.order(*held) = originals.at(held->effect);
     }
     EXPECT_EQ(copies, originals.size()) << "every effect of the layer has its copy";
 }
 
-void select_layers(Desk &desk) {
+void select_layers(User &user) {
     std::vector<stage::LayerId> chosen;
-    for (const stage::Layer &layer : desk.layers()) {
-        if (desk.dice.one_in(3)) chosen.push_back(layer.id);
+    for (const stage::Layer &layer : user.layers()) {
+        if (user.dice.one_in(3)) chosen.push_back(layer.id);
     }
-    desk.note("select");
-    for (const stage::LayerId id : chosen) desk.add_to_note(" " + std::to_string(id));
-    desk.workspace.select(chosen);
+    user.note("select");
+    for (const stage::LayerId id : chosen) user.add_to_note(" " + std::to_string(id));
+    user.desk.select(chosen);
 }
 
-void move_layer(Desk &desk) {
-    if (desk.layers().empty()) return desk.note("nothing to move");
-    const stage::Layer layer = desk.dice.pick(desk.layers());
-    const int index = desk.dice.between(0, static_cast<int>(desk.layers().size()) - 1);
-    desk.note("move " + name_of(layer) + " to " + std::to_string(index));
-    desk.workspace.move_layer(layer.id, index);
-    EXPECT_EQ(desk.project().index_of(layer.id), index);
+void move_layer(User &user) {
+    if (user.layers().empty()) return user.note("nothing to move");
+    const stage::Layer layer = user.dice.pick(user.layers());
+    const int index = user.dice.between(0, static_cast<int>(user.layers().size()) - 1);
+    user.note("move " + name_of(layer) + " to " + std::to_string(index));
+    user.desk.move_layer(layer.id, index);
+    EXPECT_EQ(user.project().index_of(layer.id), index);
 }
 
-void show_layer(Desk &desk) {
-    if (desk.layers().empty()) return desk.note("nothing to show");
-    const stage::Layer layer = desk.dice.pick(desk.layers());
-    const bool video = desk.dice.below(4) != 0;
-    desk.note((video ? "show " : "hide ") + name_of(layer));
-    desk.workspace.show_layer(layer.id, video);
+void show_layer(User &user) {
+    if (user.layers().empty()) return user.note("nothing to show");
+    const stage::Layer layer = user.dice.pick(user.layers());
+    const bool video = user.dice.below(4) != 0;
+    user.note((video ? "show " : "hide ") + name_of(layer));
+    user.desk.show_layer(layer.id, video);
 }
 
-void place_layer(Desk &desk) {
-    if (desk.layers().empty()) return desk.note("nothing to place");
-    const stage::Layer layer = desk.dice.pick(desk.layers());
+void place_layer(User &user) {
+    if (user.layers().empty()) return user.note("nothing to place");
+    const stage::Layer layer = user.dice.pick(user.layers());
     constexpr double kScales[] = {100, 100, 100, 50, 33.3, 0, -100, 1000};
-    const double scale = desk.dice.pick(kScales);
-    const double x = desk.dice.real(-100, 300), y = desk.dice.real(-100, 300);
-    desk.note("place " + name_of(layer) + " at " + number_text(x) + "," + number_text(y) +
+    const double scale = user.dice.pick(kScales);
+    const double x = user.dice.real(-100, 300), y = user.dice.real(-100, 300);
+    user.note("place " + name_of(layer) + " at " + number_text(x) + "," + number_text(y) +
               " scale " + number_text(scale));
-    desk.workspace.place_layer(layer.id, x, y, scale);
+    user.desk.place_layer(layer.id, x, y, scale);
 }
 
-void expect_applied(Desk &desk, const stage::Layer &before, const stage::CommandResult &result) {
+void expect_applied(User &user, const stage::Layer &before, const stage::CommandResult &result) {
     const bool text = before.kind == stage::LayerKind::kText;
     EXPECT_EQ(result.error, 0) << name_of(before);
-    const stage::Layer *layer = desk.project().layer(before.id);
+    const stage::Layer *layer = user.project().layer(before.id);
     const bool adjustment = layer->has_flag(stage::layer_flag::kAdjustment);
-    const stage::Item *source = desk.project().item(layer->source);
-    const stage::Item *comp = desk.project().comp_of(layer->id);
+    const stage::Item *source = user.project().item(layer->source);
+    const stage::Item *comp = user.project().comp_of(layer->id);
     const bool other_size =
         !text && !adjustment && (source->width != comp->width || source->height != comp->height);
     EXPECT_EQ(result.message, other_size ? kDimensionWarning : "") << name_of(before);
@@ -127,60 +127,60 @@ void expect_applied(Desk &desk, const stage::Layer &before, const stage::Command
     EXPECT_EQ(layer->effects.size(), before.effects.size() + 1) << name_of(before);
 }
 
-void apply(Desk &desk) {
-    if (desk.session.host.instances.size() >= kMostEffects) return desk.note("effects enough");
+void apply(User &user) {
+    if (user.session.instances().size() >= kMostEffects) return user.note("effects enough");
     std::vector<stage::Layer> selected;
-    for (const stage::Layer &layer : desk.layers()) {
+    for (const stage::Layer &layer : user.layers()) {
         if (layer.selected) selected.push_back(layer);
     }
-    desk.note("apply to");
-    for (const stage::Layer &layer : selected) desk.add_to_note(" " + name_of(layer));
+    user.note("apply to");
+    for (const stage::Layer &layer : selected) user.add_to_note(" " + name_of(layer));
     std::vector<int> known;
-    for (const auto &held : desk.session.host.instances) known.push_back(held->id);
-    const std::vector<stage::CommandResult> results = desk.workspace.apply();
+    for (const auto &held : user.session.instances()) known.push_back(held->id);
+    const std::vector<stage::CommandResult> results = user.desk.apply();
     ASSERT_EQ(results.size(), selected.size());
-    for (std::size_t i = 0; i < results.size(); ++i) expect_applied(desk, selected[i], results[i]);
-    for (const auto &held : desk.session.host.instances) {
-        if (std::ranges::find(known, held->id) == known.end()) desk.order(*held) = OrderModel();
+    for (std::size_t i = 0; i < results.size(); ++i) expect_applied(user, selected[i], results[i]);
+    for (const auto &held : user.session.instances()) {
+        if (std::ranges::find(known, held->id) == known.end()) user.order(*held) = OrderModel();
     }
 }
 
-void remove_effect(Desk &desk) {
-    desk.note("remove the effect");
-    const std::size_t count = desk.session.host.instances.size();
-    desk.workspace.remove_effect();
-    EXPECT_EQ(desk.session.host.instances.size(), count - 1);
+void remove_effect(User &user) {
+    user.note("remove the effect");
+    const std::size_t count = user.session.instances().size();
+    user.desk.remove_effect();
+    EXPECT_EQ(user.session.instances().size(), count - 1);
 }
 
-void choose_effect(Desk &desk) {
-    auto &instances = desk.session.host.instances;
-    stage::EffectInstance &instance = *desk.dice.pick(instances);
-    desk.note("choose the effect on layer " + std::to_string(instance.layer));
-    desk.workspace.choose(instance);
+void choose_effect(User &user) {
+    auto &instances = user.session.instances();
+    stage::EffectInstance &instance = *user.dice.pick(instances);
+    user.note("choose the effect on layer " + std::to_string(instance.layer));
+    user.desk.choose(instance);
 }
 
-void move_through_history(Desk &desk, const char *name, bool (stage::Workspace::*move)()) {
-    desk.note(name);
-    if (!(desk.workspace.*move)()) return desk.add_to_note(", nothing");
-    for (const auto &held : desk.session.host.instances) {
-        desk.order(*held).history_moved(desk.last_boxes[held->id], desk.boxes(*held));
+void move_through_history(User &user, const char *name, bool (stage::Desk::*move)()) {
+    user.note(name);
+    if (!(user.desk.*move)()) return user.add_to_note(", nothing");
+    for (const auto &held : user.session.instances()) {
+        user.order(*held).history_moved(user.last_boxes[held->id], user.boxes(*held));
     }
 }
 
-void undo(Desk &desk) {
-    move_through_history(desk, "undo", &stage::Workspace::undo);
+void undo(User &user) {
+    move_through_history(user, "undo", &stage::Desk::undo);
 }
-void redo(Desk &desk) {
-    move_through_history(desk, "redo", &stage::Workspace::redo);
+void redo(User &user) {
+    move_through_history(user, "redo", &stage::Desk::redo);
 }
 
 // Effects in the order of the project file.
-std::vector<const stage::EffectInstance *> in_file_order(Desk &desk) {
+std::vector<const stage::EffectInstance *> in_file_order(User &user) {
     std::vector<const stage::EffectInstance *> found;
-    for (const auto &item : desk.project().items()) {
+    for (const auto &item : user.project().items()) {
         for (const stage::Layer &layer : item->layers) {
             for (const stage::EffectState &effect : layer.effects) {
-                for (const auto &held : desk.session.host.instances) {
+                for (const auto &held : user.session.instances()) {
                     if (held->id == effect.instance) found.push_back(held.get());
                 }
             }
@@ -189,47 +189,47 @@ std::vector<const stage::EffectInstance *> in_file_order(Desk &desk) {
     return found;
 }
 
-void save(Desk &desk) {
-    desk.note("save");
-    desk.workspace.save(desk.project_file);
-    desk.saved_orders.clear();
-    for (const auto *held : in_file_order(desk)) {
-        desk.saved_orders.push_back(desk.order(*held));
+void save(User &user) {
+    user.note("save");
+    user.desk.save(user.project_file);
+    user.saved_orders.clear();
+    for (const auto *held : in_file_order(user)) {
+        user.saved_orders.push_back(user.order(*held));
     }
 }
 
-void load(Desk &desk) {
-    if (!std::filesystem::exists(desk.project_file)) return save(desk);
-    desk.note("load");
-    desk.workspace.load(desk.project_file);
-    const auto loaded = in_file_order(desk);
-    ASSERT_EQ(loaded.size(), desk.saved_orders.size());
+void load(User &user) {
+    if (!std::filesystem::exists(user.project_file)) return save(user);
+    user.note("load");
+    user.desk.load(user.project_file);
+    const auto loaded = in_file_order(user);
+    ASSERT_EQ(loaded.size(), user.saved_orders.size());
     for (std::size_t i = 0; i < loaded.size(); ++i) {
-        desk.order(*loaded[i]) = desk.saved_orders[i];
+        user.order(*loaded[i]) = user.saved_orders[i];
     }
 }
 
-void set_frame(Desk &desk) {
-    const int frame = desk.dice.between(-2, 8);
-    desk.note("frame " + std::to_string(frame));
-    desk.workspace.set_frame(frame);
-    EXPECT_GE(desk.workspace.frame(), 0);
-    EXPECT_LE(desk.workspace.frame(), 4);
+void set_frame(User &user) {
+    const int frame = user.dice.between(-2, 8);
+    user.note("frame " + std::to_string(frame));
+    user.desk.set_frame(frame);
+    EXPECT_GE(user.desk.frame(), 0);
+    EXPECT_LE(user.desk.frame(), 4);
 }
 
-void set_resolution(Desk &desk) {
+void set_resolution(User &user) {
     constexpr int kResolutions[] = {1, 1, 2, 4};
-    const int resolution = desk.dice.pick(kResolutions);
-    desk.note("resolution 1/" + std::to_string(resolution));
-    desk.workspace.set_resolution(resolution);
+    const int resolution = user.dice.pick(kResolutions);
+    user.note("resolution 1/" + std::to_string(resolution));
+    user.desk.set_resolution(resolution);
 }
 
-void set_depth(Desk &desk) {
+void set_depth(User &user) {
     constexpr stage::Depth kDepths[] = {stage::Depth::U8, stage::Depth::U16, stage::Depth::Float};
-    const stage::Depth depth = desk.dice.pick(kDepths);
-    desk.note("depth " + std::to_string(static_cast<int>(depth)));
-    desk.session.host.options.depth = depth;
-    desk.workspace.touch();
+    const stage::Depth depth = user.dice.pick(kDepths);
+    user.note("depth " + std::to_string(static_cast<int>(depth)));
+    user.session.options().depth = depth;
+    user.desk.touch();
 }
 
 constexpr bool kEffect = true, kMayRefuse = true;

@@ -24,28 +24,28 @@ std::string at(const stage::EffectInstance &instance) {
     return "effect " + std::to_string(instance.id) + " on layer " + std::to_string(instance.layer);
 }
 
-void expect_no_finding(Desk &desk) {
-    for (const stage::Finding &finding : desk.session.host.strict.violations()) {
+void expect_no_finding(User &user) {
+    for (const stage::Finding &finding : user.session.findings()) {
         ADD_FAILURE() << finding.check << " in " << finding.command << ": " << finding.text;
     }
-    desk.session.host.strict.clear();
-    for (const stage::ShownMessage &message : desk.session.host.messages) {
+    user.session.host.strict.clear();
+    for (const stage::ShownMessage &message : user.session.host.messages) {
         EXPECT_EQ(message.command, "PF_Cmd_SEQUENCE_SETUP") << message.text;
     }
-    desk.session.host.messages.clear();
+    user.session.host.messages.clear();
 }
 
-void expect_order(Desk &desk, const stage::EffectInstance &instance) {
-    const std::vector<std::uint8_t> record = desk.session.sequence_bytes(instance);
+void expect_order(User &user, const stage::EffectInstance &instance) {
+    const std::vector<std::uint8_t> record = user.session.sequence_bytes(instance);
     ASSERT_EQ(record.size(), kRecordSize) << at(instance);
     EXPECT_EQ(record[0], 1) << at(instance) << ": its panel was refreshed";
     std::array<std::int8_t, 6> bytes{};
     for (std::size_t i = 0; i < 6; ++i) bytes[i] = static_cast<std::int8_t>(record[kOrderAt + i]);
-    const OrderModel &model = desk.order(instance);
+    const OrderModel &model = user.order(instance);
     EXPECT_EQ(to_text(bytes), to_text(model.bytes())) << at(instance);
     if (!model.promised()) return;
-    EXPECT_TRUE(agree(model.entries(), desk.boxes(instance)))
-        << at(instance) << ": " << to_text(bytes) << " with " << to_text(desk.boxes(instance));
+    EXPECT_TRUE(agree(model.entries(), user.boxes(instance)))
+        << at(instance) << ": " << to_text(bytes) << " with " << to_text(user.boxes(instance));
 }
 
 bool in_range(const PF_ParamDef &def, const stage::ParamValue &value, bool limited) {
@@ -65,21 +65,20 @@ bool in_range(const PF_ParamDef &def, const stage::ParamValue &value, bool limit
     }
 }
 
-void expect_values(Desk &desk, const stage::EffectInstance &instance) {
-    const stage::ParamCatalog &catalog = desk.session.plugin.catalog;
+void expect_values(User &user, const stage::EffectInstance &instance) {
+    const stage::ParamCatalog &catalog = user.session.plugin.catalog;
     for (int index = 1; index < catalog.count(); ++index) {
-        const stage::ParamValue &value = desk.session.value(instance, index);
+        const stage::ParamValue &value = user.session.value(instance, index);
         EXPECT_TRUE(
-            in_range(catalog.at(index).def, value, desk.habits.options.clamp_written_values))
+            in_range(catalog.at(index).def, value, user.habits.options.clamp_written_values))
             << at(instance) << ": \"" << catalog.at(index).path << "\" is "
             << catalog.to_text(index, value);
     }
 }
 
-void expect_hidden(Desk &desk, const stage::EffectInstance &instance) {
-    const Boxes boxes = desk.boxes(instance);
-    const stage::EffectState &state =
-        desk.project().layer(instance.layer)->effects.at(static_cast<std::size_t>(instance.effect));
+void expect_hidden(User &user, const stage::EffectInstance &instance) {
+    const Boxes boxes = user.boxes(instance);
+    const stage::EffectState &state = user.session.state_of(instance);
     std::vector<bool> hidden(state.streams.size());
     hidden[kReset] = true;
     for (std::size_t kind = 1; kind <= 5; ++kind) {
@@ -92,44 +91,44 @@ void expect_hidden(Desk &desk, const stage::EffectInstance &instance) {
     }
 }
 
-std::vector<int> without_use(Desk &desk, const stage::EffectInstance &instance) {
-    const double layout = desk.number(instance, kLayout);
+std::vector<int> without_use(User &user, const stage::EffectInstance &instance) {
+    const double layout = user.number(instance, kLayout);
     const stage::Layer *original =
-        desk.project().layer(desk.session.value(instance, kOriginalSource).layer);
+        user.project().layer(user.session.value(instance, kOriginalSource).layer);
     const bool comparable = original != nullptr && original->source != 0 && layout != 7;
     std::vector<int> found;
     if (layout != 6) found.insert(found.end(), {4, 5});
     if (!comparable) found.insert(found.end(), {11, 12});
-    if (desk.number(instance, kReferenceLine) == 0) found.push_back(37);
+    if (user.number(instance, kReferenceLine) == 0) found.push_back(37);
     for (int kind = 1; kind <= 5; ++kind) {
-        if (desk.number(instance, kShow[kind]) == 0) found.push_back(kPosition[kind]);
+        if (user.number(instance, kShow[kind]) == 0) found.push_back(kPosition[kind]);
     }
     std::ranges::sort(found);
     return found;
 }
 
-void expect_greyed(Desk &desk, const stage::EffectInstance &instance) {
+void expect_greyed(User &user, const stage::EffectInstance &instance) {
     std::vector<int> greyed;
-    for (const stage::PanelEntry &entry : panel_entries(desk.session, instance)) {
+    for (const stage::PanelEntry &entry : panel_entries(user.session, instance)) {
         if (entry.disabled) greyed.push_back(entry.index);
     }
-    EXPECT_EQ(greyed, without_use(desk, instance)) << at(instance);
+    EXPECT_EQ(greyed, without_use(user, instance)) << at(instance);
 }
 
 }  // namespace
 
-void expect_promises(Desk &desk) {
-    expect_no_finding(desk);
-    for (const auto &instance : desk.session.host.instances) {
-        expect_order(desk, *instance);
-        expect_values(desk, *instance);
-        expect_hidden(desk, *instance);
-        desk.last_boxes[instance->id] = desk.boxes(*instance);
+void expect_promises(User &user) {
+    expect_no_finding(user);
+    for (const auto &instance : user.session.instances()) {
+        expect_order(user, *instance);
+        expect_values(user, *instance);
+        expect_hidden(user, *instance);
+        user.last_boxes[instance->id] = user.boxes(*instance);
     }
-    if (desk.effect() != nullptr) expect_greyed(desk, *desk.effect());
+    if (user.effect() != nullptr) expect_greyed(user, *user.effect());
     constexpr PF_CursorType kCursors[] = {0, 21, 22, 75};
-    EXPECT_NE(std::ranges::find(kCursors, desk.workspace.cursor()), std::end(kCursors))
-        << desk.workspace.cursor();
+    EXPECT_NE(std::ranges::find(kCursors, user.desk.cursor()), std::end(kCursors))
+        << user.desk.cursor();
 }
 
 }  // namespace actions

@@ -1,7 +1,7 @@
 // What must hold after every act.
 #pragma once
 
-#include "whole/actions/desk.h"
+#include "whole/actions/user.h"
 
 namespace actions {
 
@@ -14,6 +14,6 @@ namespace actions {
 // - the groups of scopes that are off are hidden, those of others are not, "RESET" always is;
 // - in the panel of the chosen effect exactly the controls without use are greyed;
 // - the cursor is one that the plug-in chooses.
-void expect_promises(Desk &desk);
+void expect_promises(User &user);
 
 }  // namespace actions

@@ -88,22 +88,22 @@ TEST_P(RandomActions, keep_every_promise) {
     const std::uint32_t seed =
         static_cast<std::uint32_t>(number_from("KS_RANDOM_SEED", 1)) * 1000u +
         static_cast<std::uint32_t>(GetParam());
-    Desk desk(habits[static_cast<std::size_t>(GetParam() / kSeedsEach)], seed);
-    expect_promises(desk);
-    while (desk.actions < count && !HasFailure()) {
-        act_once(desk);
-        expect_promises(desk);
+    User user(habits[static_cast<std::size_t>(GetParam() / kSeedsEach)], seed);
+    expect_promises(user);
+    while (user.actions < count && !HasFailure()) {
+        act_once(user);
+        expect_promises(user);
     }
     if (HasFailure()) {
-        ADD_FAILURE() << "habits " << desk.habits.name << ", seed " << seed << ", action "
-                      << desk.actions << "; the last actions:\n"
-                      << desk.log();
+        ADD_FAILURE() << "habits " << user.habits.name << ", seed " << seed << ", action "
+                      << user.actions << "; the last actions:\n"
+                      << user.log();
         return;
     }
-    while (desk.effect() != nullptr) desk.workspace.remove_effect();
-    desk.session.stop();
-    expect_promises(desk);
-    EXPECT_EQ(desk.session.host.handles.live_count(), 0u);
+    while (user.effect() != nullptr) user.desk.remove_effect();
+    user.session.stop();
+    expect_promises(user);
+    EXPECT_EQ(user.session.host.handles.live_count(), 0u);
 }
 
 std::string case_name(const testing::TestParamInfo<int> &tested) {

@@ -7,6 +7,7 @@
 #include "hostapi/constants.h"
 #include "oracle/record_oracle.h"
 #include "support/image_diff.h"
+#include "support/paths.h"
 
 namespace ks::flow {
 namespace {
@@ -24,7 +25,7 @@ oracle::Image small_image(stage::Depth depth = stage::Depth::U8) {
 
 // A session whose PARAMS_SETUP has not been sent.
 struct BareSession {
-    BareSession() : session(KS_PLUGIN_FILE) {
+    BareSession() : session(paths::plugin()) {
         EXPECT_EQ(session.send(PF_Cmd_GLOBAL_SETUP).error, 0);
     }
     stage::Session session;

@@ -5,6 +5,7 @@
 #include "hostapi/constants.h"
 #include "hostapi/events.h"
 #include "oracle/record_oracle.h"
+#include "support/paths.h"
 #include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
@@ -214,7 +215,7 @@ void make_solid_scene(Flow &flow) {
 }
 
 TEST(Lifecycle, saved_instance_comes_back_in_a_new_session_with_the_same_state_and_frame) {
-    const std::filesystem::path file = std::filesystem::path(KS_BUILD_DIR) / "flow-save.json";
+    const std::filesystem::path file = std::filesystem::path(paths::build()) / "flow-save.json";
     oracle::Image before;
     Bytes record;
     {

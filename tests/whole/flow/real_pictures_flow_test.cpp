@@ -1,35 +1,24 @@
-// Public test pictures beside the source tree, through the whole pipeline; skipped without them.
-#include <filesystem>
-
+// A photograph, pictures of extreme values, and public test pictures where there are any, through
+// the whole pipeline.
 #include "oracle/pixel_oracle.h"
-#include "stage/image/codecs/picture_io.h"
 #include "support/image_diff.h"
+#include "support/pictures/test_pictures.h"
 #include "whole/support/flow_fixture.h"
 
 namespace ks::flow {
 namespace {
 
-namespace fs = std::filesystem;
-
-#if defined(_WIN32)
-constexpr const char *kPictures[] = {"StillLife.jpg", "Desk.jpg", "MtTamWest.jpg"};
-#else
-constexpr const char *kPictures[] = {"StillLife.jpg", "BrightRingsNanInf.exr", "AllHalfValues.exr",
-                                     "WideColorGamut.exr"};
-#endif
-
 struct RealCase {
-    const char *file;
+    std::string name;
     stage::Depth depth;
 };
 
 class RealPicture : public testing::TestWithParam<RealCase> {
   protected:
     void SetUp() override {
-        const fs::path file =
-            fs::path(KS_SOURCE_DIR) / ".." / "shared" / "images" / GetParam().file;
-        if (!fs::exists(file)) GTEST_SKIP() << GetParam().file << " is absent";
-        image = to_image(stage::read_picture(file), GetParam().depth);
+        const std::optional<stage::Picture> picture = test_support::picture_named(GetParam().name);
+        if (!picture) GTEST_SKIP() << GetParam().name << " is absent";
+        image = to_image(*picture, GetParam().depth);
         // Enough of it for every kind of value in it.
         const PF_LRect part{0, 0, std::min(image.width, 400), std::min(image.height, 300)};
         image = cropped(image, part);
@@ -89,15 +78,14 @@ TEST_P(RealPicture, every_layout_with_every_scope_renders_in_both_qualities) {
 
 std::vector<RealCase> real_cases() {
     std::vector<RealCase> cases;
-    for (const char *file : kPictures) {
-        for (const stage::Depth depth : kDepths) cases.push_back({file, depth});
+    for (const std::string &name : test_support::picture_names()) {
+        for (const stage::Depth depth : kDepths) cases.push_back({name, depth});
     }
     return cases;
 }
 
 std::string real_label(const testing::TestParamInfo<RealCase> &tested) {
-    const std::string file = tested.param.file;
-    return file.substr(0, file.find('.')) + std::to_string(static_cast<int>(tested.param.depth));
+    return tested.param.name + std::to_string(static_cast<int>(tested.param.depth));
 }
 
 INSTANTIATE_TEST_SUITE_P(Flow, RealPicture, testing::ValuesIn(real_cases()), real_label);

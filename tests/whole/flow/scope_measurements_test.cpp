@@ -9,6 +9,7 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "support/image_files.h"
+#include "support/paths.h"
 #include "whole/support/scope_frame.h"
 
 namespace ks::flow {
@@ -344,8 +345,9 @@ TEST_P(WholeNumberMeasurements, histogram_counts_what_another_tool_counts) {
     const std::string stem = "histogram-input" + std::to_string(static_cast<int>(GetParam()));
     const std::string file = test_support::write_picture(stem, image);
     const std::string counts = file + ".counts";
-    const std::string command = "python3 '" + std::string(KS_SOURCE_DIR) +
-                                "/tests/flow/histogram_counts.py' '" + file + "' >'" + counts + "'";
+    const std::string command = "python3 '" + paths::source() +
+                                "/tests/whole/flow/histogram_counts.py' '" + file + "' >'" +
+                                counts + "'";
     ASSERT_EQ(std::system(command.c_str()), 0);
     std::ifstream stream(counts);
     std::vector<std::uint32_t> expected;

@@ -1,4 +1,4 @@
-// Whole scope panels against golden pictures, made with tests/golden/make-goldens.
+// Whole scope panels against golden pictures, made with tests/whole/golden/make-goldens.
 //
 // Strict: traces, bars, lines, markers, legend chips. Loose: text, which depends on the fonts of
 // the machine; there the picture only has to hold about as much ink. On failure the expected and
@@ -11,6 +11,7 @@
 #include "stage/image/charts/charts.h"
 #include "stage/image/codecs/picture_io.h"
 #include "support/image_diff.h"
+#include "support/paths.h"
 #include "whole/support/scope_frame.h"
 
 namespace ks::flow {
@@ -92,7 +93,7 @@ ScopeFrame scope_of(const Golden &golden) {
 }
 
 std::filesystem::path picture_file(const Golden &golden) {
-    return std::filesystem::path(KS_SOURCE_DIR) / "tests" / "golden" / "pictures" /
+    return std::filesystem::path(paths::source()) / "tests" / "whole" / "golden" / "pictures" /
            (std::string(golden.name) + ".png");
 }
 
@@ -160,7 +161,7 @@ TEST_P(Goldens, panel_is_as_it_was_looked_at) {
         stage::write_picture(picture_file(GetParam()), to_picture(actual), stage::Depth::U8);
     }
     ASSERT_TRUE(std::filesystem::exists(picture_file(GetParam())))
-        << picture_file(GetParam()) << ": make it with tests/golden/make-goldens";
+        << picture_file(GetParam()) << ": make it with tests/whole/golden/make-goldens";
     const Image expected =
         to_image(stage::read_picture(picture_file(GetParam())), stage::Depth::U8);
     ASSERT_EQ(actual.width, expected.width);

@@ -3,6 +3,12 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
+
+#include "stage/session/footage.h"
+#include "stage/session/scene.h"
+
+#include "support/paths.h"
 
 namespace ks::flow {
 namespace {
@@ -125,7 +131,7 @@ oracle::FixedPoint checked_out_point(double x, double y, const SceneOptions &sce
     return {to_fixed(x * (1.0 / scene.downsample_x)), to_fixed(y * (1.0 / scene.downsample_y))};
 }
 
-Flow::Flow(stage::HostOptions options) : session(KS_PLUGIN_FILE, options) {
+Flow::Flow(stage::HostOptions options) : session(paths::plugin(), options) {
     session.panel_shown = false;
     session.start();
 }
@@ -143,40 +149,30 @@ void Flow::expect_clean(const std::string &what) {
     host().strict.clear();
 }
 
-stage::ItemId Flow::add_footage(const std::string &name, const Image &image) {
+stage::Item Flow::item_of(const Image &image) const {
     const stage::Picture picture = to_picture(image, scene_.downsample_x, scene_.downsample_y);
-    return host().project.add_footage(name, picture.width, picture.height, scene_.par_num,
-                                      scene_.par_den, 1,
-                                      [picture](std::int64_t) { return picture; });
+    return footage_item(stage::still_footage(picture), "footage", scene_.par_num, scene_.par_den);
 }
 
 void Flow::make_scene(const Image &image, const SceneOptions &options) {
     scene_ = options;
-    stage::Project &project = host().project;
-    const stage::ItemId footage = add_footage("footage", image);
-    const stage::Item *item = project.item(footage);
-    comp = project.add_comp("comp", item->width, item->height, options.par_num, options.par_den, 1);
-    project.active_comp = comp;
-    layer = project.add_layer(comp, footage, 0, "footage");
-    if (options.adjustment) layer = project.add_adjustment_layer(comp, 0, "monitor");
-    stage::CommandResult result;
-    effect = session.apply(layer, &result);
-    ASSERT_EQ(result.error, 0);
-    ASSERT_NE(effect, nullptr);
+    stage::SceneParts parts;
+    parts.picture = item_of(image);
+    parts.adjustment = options.adjustment;
+    const stage::Scene built = build_scene(session, std::move(parts));
+    comp = built.comp;
+    layer = built.carrier;
+    effect = built.effect;
 }
 
 void Flow::set_original(const Image &image) {
-    original = host().project.add_layer(comp, add_footage("original", image), -1, "original");
-    host().project.layer(original)->flags &= ~stage::layer_flag::kVideoActive;
+    original = add_original(session.project(), comp, item_of(image));
     value("Original Source").layer = original;
 }
 
 stage::ParamValue &Flow::value(std::string_view name) {
     const int index = session.plugin.catalog.find(name);
-    stage::Layer *held = host().project.layer(layer);
-    return held->effects.at(static_cast<std::size_t>(effect->effect))
-        .streams.at(static_cast<std::size_t>(index))
-        .value;
+    return session.state_of(*effect).streams.at(static_cast<std::size_t>(index)).value;
 }
 
 void Flow::set(std::string_view name, double number) {

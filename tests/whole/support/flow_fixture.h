@@ -89,7 +89,7 @@ class Flow {
 
   private:
     stage::ParamValue &value(std::string_view name);
-    stage::ItemId add_footage(const std::string &name, const oracle::Image &image);
+    stage::Item item_of(const oracle::Image &image) const;
 
     SceneOptions scene_;
 };

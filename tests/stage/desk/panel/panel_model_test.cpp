@@ -3,8 +3,11 @@
 
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "stage/project/undo.h"
+#include "stage/session/scene.h"
+#include "support/paths.h"
 #include "support/stage/rogue_session.h"
 
 namespace {
@@ -70,12 +73,14 @@ v Scopes
 
 class Panel : public testing::Test {
   protected:
-    explicit Panel(stage::HostOptions options = {}) : session(KS_PLUGIN_FILE, options) {
+    explicit Panel(stage::HostOptions options = {}) : session(paths::plugin(), options) {
         session.start();
-        stage::Project &project = session.host.project;
-        comp = project.add_comp("comp", 1920, 1080, 1, 1, 1);
-        project.active_comp = comp;
-        instance = session.apply(project.add_adjustment_layer(comp, 0, "Scopes"));
+        stage::SceneParts parts;
+        parts.picture.width = 1920;
+        parts.picture.height = 1080;
+        const stage::Scene scene = build_scene(session, std::move(parts));
+        comp = scene.comp;
+        instance = scene.effect;
     }
 
     std::vector<PanelEntry> entries() const { return panel_entries(session, *instance); }
@@ -142,7 +147,7 @@ TEST_F(Panel, scopes_that_are_not_shown_hide_their_group_and_reset_is_always_hid
 }
 
 TEST_F(Panel, content_of_a_hidden_group_is_hidden_with_it) {
-    auto &streams = session.host.project.layer(instance->layer)->effects.front().streams;
+    auto &streams = session.state_of(*instance).streams;
     for (stage::EffectStream &stream : streams) stream.hidden = false;
     streams[1].hidden = true;  // "Monitor", with two groups inside
     EXPECT_THAT(hidden(), ElementsAre(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 14, 15));
@@ -214,7 +219,7 @@ TEST_F(Panel, popups_carry_their_choices_with_separators) {
 }
 
 TEST_F(Panel, layers_go_by_their_number_in_the_timeline_and_name) {
-    stage::Project &project = session.host.project;
+    stage::Project &project = session.project();
     const stage::LayerId below =
         project.add_layer(comp, project.add_solid_item("clip", 8, 8, {1, 0, 0, 0}), -1, "clip.mov");
     stage::ParamValue original;
@@ -240,7 +245,7 @@ TEST_F(Panel, colours_and_points_show_what_is_set) {
 
 TEST_F(Panel, every_instance_has_its_own_looks) {
     stage::EffectInstance *second =
-        session.apply(session.host.project.add_adjustment_layer(comp, 0, "Second"));
+        session.apply(session.project().add_adjustment_layer(comp, 0, "Second"));
     ASSERT_NE(second, nullptr);
     set(2, 6);
     EXPECT_FALSE(entry(5).disabled);

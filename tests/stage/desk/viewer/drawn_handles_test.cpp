@@ -1,7 +1,7 @@
 // What the product draws over its picture, exactly, and what strict mode says to it.
 #include <set>
 
-#include "support/stage/workspace_fixture.h"
+#include "support/stage/desk_fixture.h"
 
 namespace stage_test {
 namespace {
@@ -9,9 +9,9 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class DrawnHandles : public WorkspaceTest {
+class DrawnHandles : public DeskTest {
   protected:
-    explicit DrawnHandles(const stage::HostOptions &options = {}) : WorkspaceTest(options) {}
+    explicit DrawnHandles(const stage::HostOptions &options = {}) : DeskTest(options) {}
 
     /// A monitor window from (20, 30) to (276, 174) of the 640x360 layer, seen at twice the size:
     /// from (50, 70) to (562, 358) of the window.

@@ -12,7 +12,7 @@ using stage::WindowKind;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr Scene kScene{80, 60};
+constexpr RogueScene kScene{80, 60};
 
 struct ViewerTest : testing::Test {
     RogueSession rogue;

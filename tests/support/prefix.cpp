@@ -1,0 +1,2 @@
+// The object that the headers compiled in advance belong to.
+#include "support/prefix.h"
