@@ -137,12 +137,12 @@ class CallTable {
                                decltype(kBody), SlotType<kSlot>>::call;
     }
     /// A slot that is null, and has a fixed list of arguments; any other member stays as it is.
-    template <auto kSlot, CallName kFunction>
+    template <auto kSlot, CallName kName>
     constexpr void decline() {
         if constexpr (kIsSlot<SlotType<kSlot>>) {
-            if (table_.*kSlot != nullptr) return;
-            table_.*kSlot =
-                Unimplemented<kPrefix + CallName(".") + kFunction, SlotType<kSlot>>::call;
+            if (table_.*kSlot == nullptr) {
+                table_.*kSlot = Unimplemented<kName, SlotType<kSlot>>::call;
+            }
         }
     }
     /// A table inside this one.

@@ -14,7 +14,7 @@ HostCall::~HostCall() {
     if (!traced()) return;
     try {
         host_.trace.record(name_, std::move(arguments_), std::move(result_));
-    } catch (const std::exception &) {
+    } catch (...) {
         // The call is done; only its line is lost.
     }
 }
@@ -57,7 +57,7 @@ void HostCall::caught() noexcept {
             what = "an exception of no known type";
         }
         report("host.exception", std::string(name_) + ": " + what);
-    } catch (const std::exception &) {
+    } catch (...) {
         // No memory for the finding either: the error tells it all.
     }
 }

@@ -1,14 +1,14 @@
 #include "stage/host/suite_registry.h"
 
 #include "hostapi/constants.h"
-#include "stage/host/call_table.h"
+#include "stage/host/complete_table.h"
 #include "stage/host/host.h"
 
 namespace stage {
 namespace {
 
 std::string suite_text(const char *name, std::int32_t number) {
-    return "\"" + std::string(name) + "\", " + std::to_string(number);
+    return "\"" + std::string(name != nullptr ? name : "") + "\", " + std::to_string(number);
 }
 
 /// Hands out null when it fails, whatever the reason.
@@ -31,7 +31,7 @@ std::string describe_acquisition(const char *name, std::int32_t number, const vo
 }
 
 SPErr release_suite(HostCall &call, const char *name, std::int32_t number) {
-    if (call.host().suites.release(name, number)) return PF_Err_NONE;
+    if (name != nullptr && call.host().suites.release(name, number)) return PF_Err_NONE;
     call.report("suite.release", suite_text(name, number) + " released but not acquired");
     return kSuiteNotFound;
 }
@@ -41,7 +41,7 @@ constexpr auto basic_table() {
     CallTable<SPBasicSuite, "SPBasicSuite"> table;
     KS_SERVE_BY(kFindsSuites, AcquireSuite, acquire_suite, describe_acquisition);
     KS_SERVE_BY(table.kRules.that_never_fail(), ReleaseSuite, release_suite, suite_text);
-    return table;
+    return with_all_slots(table);
 }
 
 }  // namespace

@@ -39,6 +39,8 @@ class Faults {
 
     /// Called once by each call: true in the one that exhaust_memory() names.
     bool memory_runs_out();
+    /// Whether that call has come.
+    bool memory_ran_out() const { return exhausted_ != 0 && all_.load() >= exhausted_; }
 
     /// Fallible calls since the last arm() or reset().
     std::uint64_t count() const { return count_.load(); }

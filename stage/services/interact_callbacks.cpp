@@ -9,8 +9,8 @@
 #include "stage/effect/effect_instance.h"
 #include "stage/effect/plugin.h"
 #include "stage/host/active_command.h"
+#include "stage/host/complete_table.h"
 #include "stage/host/host.h"
-#include "stage/services/calls/suite_table.h"
 
 namespace stage {
 namespace {

@@ -1,10 +1,10 @@
 #include "stage/services/utility_callbacks.h"
 
+#include "stage/host/complete_table.h"
 #include "stage/services/calls/ansi_calls.h"
 #include "stage/services/calls/handle_calls.h"
 #include "stage/services/calls/iterate_calls.h"
 #include "stage/services/calls/pixel_calls.h"
-#include "stage/services/calls/suite_table.h"
 #include "stage/services/calls/world_calls.h"
 
 namespace stage {
