@@ -129,8 +129,9 @@ void CommandCaller::check_ledgers(const ActiveCommand &active) {
         strict.report("leak.mem_handle", command, leak);
     }
     host_.mem_handles.free_all();
-    host_.handles.check_guards(command);
-    host_.worlds.check(command);
+    const bool everything = active.cmd == PF_Cmd_GLOBAL_SETDOWN;
+    host_.handles.check_guards(command, everything);
+    host_.worlds.check(command, everything);
     if (active.frame != nullptr && active.cmd == PF_Cmd_SMART_RENDER) {
         for (const auto &[id, layer] : active.frame->layers) {
             if (!layer.pixels_open) continue;

@@ -170,10 +170,10 @@ std::size_t HandleStore::live_count() const {
     return live_.size();
 }
 
-void HandleStore::check_guards(const std::string &command) {
+void HandleStore::check_guards(const std::string &command, bool everything) {
     const std::lock_guard lock(mutex_);
     for (const auto &[handle, block] : live_) check_guard(*block, command);
-    freed_.check(command);
+    freed_.check(command, everything);
 }
 
 void HandleStore::check_guard(Block &block, const std::string &command) const {

@@ -57,8 +57,9 @@ class HandleStore {
     /// Live handles that no host record keeps.
     std::vector<PF_Handle> strays() const;
     std::size_t live_count() const;
-    /// Checks the guard bytes of every live handle and the poison of the disposed ones.
-    void check_guards(const std::string &command);
+    /// Checks the guard bytes of every live handle and the poison of the disposed ones: of the
+    /// newest, and of the others in turn, unless `everything` is wanted.
+    void check_guards(const std::string &command, bool everything = true);
 
     std::uint64_t size_limit = std::uint64_t{8} << 30;  ///< bytes; larger requests fail
 

@@ -21,6 +21,7 @@ void Quarantine::take(Bytes block, std::size_t size, const void *used, std::stri
         inspect(blocks_.front(), command);
         held_ -= blocks_.front().size;
         blocks_.pop_front();
+        if (turn_ > 0) --turn_;
     }
 }
 
@@ -30,15 +31,24 @@ const std::string *Quarantine::label_of(const void *used) const {
     return found == blocks_.rend() ? nullptr : &found->label;
 }
 
-void Quarantine::check(const std::string &command) {
-    for (Block &block : blocks_) inspect(block, command);
+void Quarantine::check(const std::string &command, bool everything) {
+    std::size_t older = blocks_.size();  // blocks that are not among the newest
+    for (std::size_t seen = 0; older > 0 && (everything || seen < kBytesOfCheck);) {
+        seen += blocks_[--older].size;
+        inspect(blocks_[older], command);
+    }
+    std::size_t left = older;
+    for (std::size_t seen = 0; left > 0 && seen < kBytesOfCheck; --left, ++turn_) {
+        if (turn_ >= older) turn_ = 0;
+        seen += blocks_[turn_].size;
+        inspect(blocks_[turn_], command);
+    }
 }
 
 void Quarantine::inspect(Block &block, const std::string &command) {
     if (block.reported || block.size == 0) return;
     const std::uint8_t *begin = block.bytes.get(), *end = begin + block.size;
-    // Nearly every block is untouched, and all of them are looked at after every command: equal to
-    // itself shifted by one is the fast way to see that.
+    // Nearly every block is untouched: equal to itself shifted by one is the fast way to see that.
     if (*begin == kFreedByte && std::memcmp(begin, begin + 1, block.size - 1) == 0) return;
     const std::uint8_t *touched =
         std::find_if(begin, end, [](std::uint8_t byte) { return byte != kFreedByte; });

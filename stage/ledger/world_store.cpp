@@ -291,10 +291,10 @@ void WorldStore::protect(World *world) {
     if (strict_.enabled) world->checksum = checksum_of(*world);
 }
 
-void WorldStore::check(const std::string &command) {
+void WorldStore::check(const std::string &command, bool everything) {
     const std::lock_guard lock(mutex_);
     for (const auto &[data, world] : live_) check_world(*world, command);
-    if (strict_.enabled) freed_.check(command);
+    if (strict_.enabled) freed_.check(command, everything);
 }
 
 void WorldStore::check_world(World &world, const std::string &command) const {

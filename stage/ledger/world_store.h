@@ -78,8 +78,9 @@ class WorldStore {
     /// Takes a checksum that `check()` compares: the plug-in must not write. Takes the writeable
     /// flag off.
     void protect(World *world);
-    /// Guards of all live worlds, and the pixels of protected ones.
-    void check(const std::string &command);
+    /// Guards of all live worlds, the pixels of protected ones, and the disposed ones: the newest,
+    /// and the others in turn, unless `everything` is wanted.
+    void check(const std::string &command, bool everything = true);
     /// Worlds made by the plug-in that are still alive.
     std::vector<const World *> plugin_worlds() const;
 
