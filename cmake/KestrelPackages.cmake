@@ -2,6 +2,8 @@
 # part of Windows.
 #   ks_gdiplus                 GDI+: the system's, natively libgdiplus
 #   ks_foreign_headers         CLI11 and nlohmann-json; for Windows also stb
+#   ks_utf8                    utfcpp: UTF-8 and UTF-16
+#   ks_fmt                     fmt: numbers and messages as text
 #   ks_duktape                 duktape, the script engine
 #   ks_imgui                   Dear ImGui and SDL, the interactive window (native only)
 #   ks_xtest                   Xlib and XTest, for the window's tests (native only)
@@ -44,11 +46,17 @@ if(MINGW)
   ks_require(/usr/include/CLI libcli11-dev)
   ks_require(/usr/include/nlohmann nlohmann-json3-dev)
   ks_require(/usr/include/stb libstb-dev)
-  foreach(name CLI nlohmann stb)
+  ks_require(/usr/include/utf8.h libutfcpp-dev)
+  ks_require(/usr/include/fmt libfmt-dev)
+  foreach(name CLI nlohmann stb utf8 utf8.h fmt)
     file(CREATE_LINK "/usr/include/${name}" "${ks_foreign}/${name}" SYMBOLIC)
   endforeach()
-  add_library(ks_foreign_headers INTERFACE)
-  target_include_directories(ks_foreign_headers SYSTEM INTERFACE "${ks_foreign}")
+  foreach(target ks_foreign_headers ks_utf8 ks_fmt)
+    add_library(${target} INTERFACE)
+    target_include_directories(${target} SYSTEM INTERFACE "${ks_foreign}")
+  endforeach()
+  # Its library is for the build machine only.
+  target_compile_definitions(ks_fmt INTERFACE FMT_HEADER_ONLY)
 
   # Debian has no Windows library of duktape: its own source package is compiled. Its patches touch
   # only the makefiles, which are not used.
@@ -66,6 +74,14 @@ else()
   find_package(nlohmann_json REQUIRED)
   add_library(ks_foreign_headers INTERFACE)
   target_link_libraries(ks_foreign_headers INTERFACE CLI11::CLI11 nlohmann_json::nlohmann_json)
+
+  find_path(KS_UTF8_INCLUDE utf8.h PATH_SUFFIXES utf8cpp REQUIRED)
+  mark_as_advanced(KS_UTF8_INCLUDE)
+  add_library(ks_utf8 INTERFACE)
+  target_include_directories(ks_utf8 SYSTEM INTERFACE "${KS_UTF8_INCLUDE}")
+  find_package(fmt REQUIRED)
+  add_library(ks_fmt INTERFACE)
+  target_link_libraries(ks_fmt INTERFACE fmt::fmt)
 
   # Not find_package: Debian's CMake files of OpenImageIO also insist on its tools, which need Qt.
   find_path(KS_OIIO_INCLUDE OpenImageIO/imageio.h REQUIRED)

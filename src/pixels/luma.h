@@ -33,8 +33,7 @@ constexpr float luminance(const Colour &c, LumaMath math) {
 }
 
 /// The same of four pixels, whose channels are given apart.
-inline __m128 luminance(__m128 red, __m128 green, __m128 blue, LumaMath math) {
-    const LumaWeights &weights = luma_weights(math);
+inline __m128 luminance(__m128 red, __m128 green, __m128 blue, const LumaWeights &weights) {
     const __m128 wr = _mm_set1_ps(weights.red);
     const __m128 wg = _mm_set1_ps(weights.green);
     const __m128 wb = _mm_set1_ps(weights.blue);

@@ -1,14 +1,18 @@
 #include "stage/binary/byte_view.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+
+#include "stage/text/utf16.h"
 
 namespace stage {
 
 void ByteView::require(std::uint64_t offset, std::uint64_t count) const {
     if (offset > bytes_.size() || count > bytes_.size() - offset) {
-        throw BinaryError(std::string(what_) + " is cut short or damaged: " +
-                          std::to_string(count) + " bytes wanted at offset " +
-                          std::to_string(offset) + " of " + std::to_string(bytes_.size()));
+        throw BinaryError(
+            fmt::format("{} is cut short or damaged: {} bytes wanted at offset {} of {}", what_,
+                        count, offset, bytes_.size()));
     }
 }
 
@@ -49,8 +53,8 @@ std::string ByteView::c_string(std::uint64_t offset) const {
     const auto window = rest.first(std::min<std::size_t>(rest.size(), kLongestString + 1));
     const auto end = std::find(window.begin(), window.end(), std::uint8_t{0});
     if (end == window.end()) {
-        throw BinaryError(std::string(what_) + " is damaged: unterminated string at offset " +
-                          std::to_string(offset));
+        throw BinaryError(
+            fmt::format("{} is damaged: unterminated string at offset {}", what_, offset));
     }
     return std::string(window.begin(), end);
 }
@@ -58,40 +62,10 @@ std::string ByteView::c_string(std::uint64_t offset) const {
 std::string ByteView::utf16(std::uint64_t offset, std::uint64_t units) const {
     if (units > size() / 2) require(offset, size() + 1);
     require(offset, units * 2);
-    std::string text;
-    for (std::uint64_t i = 0; i < units; ++i) {
-        const std::uint32_t unit = u16(offset + 2 * i);
-        const bool high = unit >= 0xD800 && unit < 0xDC00;
-        const std::uint32_t next = high && i + 1 < units ? u16(offset + 2 * i + 2) : 0;
-        if (next >= 0xDC00 && next < 0xE000) {
-            append_utf8(text, 0x10000 + ((unit - 0xD800) << 10) + (next - 0xDC00));
-            ++i;
-        } else {
-            append_utf8(text, unit);
-        }
-    }
-    return text;
-}
-
-void append_utf8(std::string &text, std::uint32_t code_point) {
-    if (code_point > 0x10FFFF || (code_point >= 0xD800 && code_point < 0xE000)) code_point = 0xFFFD;
-    const auto put = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
-    if (code_point < 0x80) {
-        put(code_point);
-        return;
-    }
-    if (code_point < 0x800) {
-        put(0xC0 | code_point >> 6);
-    } else {
-        if (code_point < 0x10000) {
-            put(0xE0 | code_point >> 12);
-        } else {
-            put(0xF0 | code_point >> 18);
-            put(0x80 | (code_point >> 12 & 0x3F));
-        }
-        put(0x80 | (code_point >> 6 & 0x3F));
-    }
-    put(0x80 | (code_point & 0x3F));
+    std::u16string text;
+    text.reserve(units);
+    for (std::uint64_t i = 0; i < units; ++i) text += static_cast<char16_t>(u16(offset + 2 * i));
+    return utf8_from_utf16(text);
 }
 
 }  // namespace stage

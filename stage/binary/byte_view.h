@@ -52,7 +52,4 @@ class ByteView {
     const char *what_ = "bytes";
 };
 
-// Appends one code point as UTF-8. Values that are no code point become U+FFFD.
-void append_utf8(std::string &text, std::uint32_t code_point);
-
 }  // namespace stage

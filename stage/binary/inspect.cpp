@@ -1,7 +1,8 @@
 #include "stage/binary/inspect.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <cstdio>
 
 #include "stage/binary/byte_view.h"
 #include "stage/binary/elf_file.h"
@@ -13,9 +14,7 @@ constexpr std::uint32_t kVersionResourceType = 16;
 
 std::string machine_name(std::uint16_t machine, std::uint16_t x86_64) {
     if (machine == x86_64) return "x86-64";
-    char text[24];
-    std::snprintf(text, sizeof text, "machine 0x%04X", static_cast<unsigned>(machine));
-    return text;
+    return fmt::format("machine 0x{:04X}", machine);
 }
 
 void read_property_list(const PeFile &file, PluginReport &report) {

@@ -1,4 +1,5 @@
-#include <cstdio>
+#include <fmt/format.h>
+
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -10,18 +11,15 @@ namespace {
 using nlohmann::ordered_json;
 
 std::string hex(std::uint32_t value) {
-    char text[16];
-    std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(value));
-    return text;
+    return fmt::format("0x{:08X}", value);
 }
 
 std::string dotted(const std::array<std::uint16_t, 4> &quad) {
-    return std::to_string(quad[0]) + "." + std::to_string(quad[1]) + "." + std::to_string(quad[2]) +
-           "." + std::to_string(quad[3]);
+    return fmt::format("{}.{}.{}.{}", quad[0], quad[1], quad[2], quad[3]);
 }
 
 std::string dotted(const PiplVersion &version) {
-    return std::to_string(version.major) + "." + std::to_string(version.minor);
+    return fmt::format("{}.{}", version.major, version.minor);
 }
 
 using Row = std::pair<const char *, std::optional<std::string>>;

@@ -1,5 +1,7 @@
 #include "stage/binary/pipl.h"
 
+#include <fmt/format.h>
+
 #include <array>
 
 #include "stage/binary/byte_view.h"
@@ -89,9 +91,8 @@ std::string describe_effect_version(std::uint32_t packed) {
     static constexpr std::array<const char *, 4> kStages = {"development", "alpha", "beta",
                                                             "release"};
     const std::uint32_t version = (packed >> 26 & 0xF) << 3 | (packed >> 19 & 0x7);
-    return std::to_string(version) + "." + std::to_string(packed >> 15 & 0xF) + "." +
-           std::to_string(packed >> 11 & 0xF) + " " + kStages[packed >> 9 & 0x3] + " build " +
-           std::to_string(packed & 0x1FF);
+    return fmt::format("{}.{}.{} {} build {}", version, packed >> 15 & 0xF, packed >> 11 & 0xF,
+                       kStages[packed >> 9 & 0x3], packed & 0x1FF);
 }
 
 }  // namespace stage

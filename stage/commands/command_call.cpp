@@ -1,7 +1,7 @@
 #include "stage/commands/command_call.h"
 
 #include <cstring>
-#include <exception>
+#include <utility>
 
 #include "hostapi/constants.h"
 #include "stage/effect/effect_instance.h"
@@ -83,6 +83,27 @@ class SequenceLock {
     int locks_ = 0;
 };
 
+/// Makes a command the one under way for the length of a scope; what was under way then goes on.
+class CommandUnderWay {
+  public:
+    CommandUnderWay(Host &host, ActiveCommand &active)
+        : host_(host), outer_(host.active), outer_name_(host.trace.command()) {
+        host.active = &active;
+        host.trace.set_command(command_name(active.cmd));
+    }
+    ~CommandUnderWay() {
+        host_.active = outer_;
+        host_.trace.set_command(std::move(outer_name_));
+    }
+    CommandUnderWay(const CommandUnderWay &) = delete;
+    CommandUnderWay &operator=(const CommandUnderWay &) = delete;
+
+  private:
+    Host &host_;
+    ActiveCommand *outer_;
+    std::string outer_name_;
+};
+
 /// Check that a handle given up without being disposed of falls under.
 const char *left_record_check(PF_Cmd cmd) {
     switch (cmd) {
@@ -155,6 +176,24 @@ CommandResult CommandCaller::run(PF_Cmd cmd, PF_InData &in, PF_OutData &out, PF_
     return result;
 }
 
+ActiveCommand CommandCaller::active_command(PF_Cmd cmd, const CommandContext &context,
+                                            PF_InData &in,
+                                            const std::vector<PF_ParamDef *> &pointers) {
+    ActiveCommand active;
+    active.cmd = cmd;
+    active.plugin = &plugin_;
+    active.instance = context.instance;
+    active.in_data = &in;
+    active.frame = context.frame;
+    active.params_array = pointers;
+    active.undo_groups = host_.undo.open_groups();
+    if (is_render(cmd)) {
+        active.scale = {double(context.downsample_x.num) / context.downsample_x.den,
+                        double(context.downsample_y.num) / context.downsample_y.den};
+    }
+    return active;
+}
+
 CommandResult CommandCaller::call(PF_Cmd cmd, CommandContext &context,
                                   const std::function<void(std::vector<PF_ParamDef> &)> &after) {
     PF_InData in{};
@@ -171,24 +210,8 @@ CommandResult CommandCaller::call(PF_Cmd cmd, CommandContext &context,
         for (PF_ParamDef &def : params) pointers.push_back(&def);
         pointers.push_back(nullptr);
     }
-
-    ActiveCommand active;
-    active.cmd = cmd;
-    active.plugin = &plugin_;
-    active.instance = context.instance;
-    active.in_data = &in;
-    active.frame = context.frame;
-    active.params_array = pointers;
-    active.undo_groups = host_.undo.open_groups();
-    if (is_render(cmd)) {
-        active.scale = {double(context.downsample_x.num) / context.downsample_x.den,
-                        double(context.downsample_y.num) / context.downsample_y.den};
-    }
-
-    ActiveCommand *const outer = host_.active;
-    const std::string outer_name = host_.trace.command();
-    host_.active = &active;
-    host_.trace.set_command(command_name(cmd));
+    ActiveCommand active = active_command(cmd, context, in, pointers);
+    const CommandUnderWay under_way(host_, active);
     host_.trace.record("> " + std::string(command_name(cmd)), describe(context), "");
     const SequenceLock lock(host_, in.sequence_data);
 
@@ -218,8 +241,6 @@ CommandResult CommandCaller::call(PF_Cmd cmd, CommandContext &context,
     }
     result.message = take_message(host_, cmd, out);
     host_.trace.record("< " + std::string(command_name(cmd)), "", std::to_string(result.error));
-    host_.active = outer;
-    host_.trace.set_command(outer_name);
     return result;
 }
 

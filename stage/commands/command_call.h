@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "stage/effect/plugin.h"
 #include "stage/host/active_command.h"
@@ -55,6 +56,8 @@ class CommandCaller {
   private:
     void fill_in_data(PF_InData &in, const CommandContext &context) const;
     void fill_params(std::vector<PF_ParamDef> &params, const CommandContext &context) const;
+    ActiveCommand active_command(PF_Cmd cmd, const CommandContext &context, PF_InData &in,
+                                 const std::vector<PF_ParamDef *> &pointers);
     CommandResult run(PF_Cmd cmd, PF_InData &in, PF_OutData &out, PF_ParamDef **params,
                       void *extra);
     void check_after(const PF_InData &before, const PF_InData &in, const PF_OutData &out,

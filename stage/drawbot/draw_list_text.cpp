@@ -1,6 +1,7 @@
 // Primitives as lines of text, for recordings and messages.
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <cstdio>
 #include <string_view>
 
 #include "stage/drawbot/draw_list.h"
@@ -11,9 +12,7 @@ namespace {
 using Kind = DrawPrimitive::Kind;
 
 std::string number(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%g", value);
-    return text;
+    return fmt::format("{:g}", value);
 }
 
 template <class... Numbers>

@@ -8,18 +8,13 @@
 
 #include "hostapi/constants.h"
 #include "stage/effect/param_catalog.h"
+#include "stage/text/number_text.h"
 
 namespace stage {
 namespace {
 
 std::string quoted(std::string_view text) {
     return "\"" + std::string(text) + "\"";
-}
-
-std::string number_text(double number) {
-    char buffer[40];
-    std::snprintf(buffer, sizeof buffer, "%.10g", number);
-    return buffer;
 }
 
 bool equal_ignoring_case(std::string_view a, std::string_view b) {
@@ -203,7 +198,7 @@ ParamValue ParamCatalog::parse(int index, std::string_view text, int width, int 
             return parse_color(info, text);
         case PF_Param_LAYER:
             throw std::runtime_error(quoted(info.path) +
-                                     " is a layer: give its picture with --original");
+                                     " is a layer, which only a project can name");
         default:
             throw std::runtime_error(quoted(info.path) + " has no value to set");
     }
@@ -223,12 +218,9 @@ std::string ParamCatalog::to_text(int index, const ParamValue &value) const {
             return number_text(value.number);
         case PF_Param_POINT:
             return "(" + number_text(value.x) + ", " + number_text(value.y) + ")";
-        case PF_Param_COLOR: {
-            char text[16];
-            std::snprintf(text, sizeof text, "#%02x%02x%02x", value.color[1], value.color[2],
-                          value.color[3]);
-            return text;
-        }
+        case PF_Param_COLOR:
+            return color_text(std::uint32_t{value.color[1]} << 16 |
+                              std::uint32_t{value.color[2]} << 8 | value.color[3]);
         case PF_Param_LAYER:
             return value.layer == 0 ? "none" : std::to_string(value.layer);
         default:

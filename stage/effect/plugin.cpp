@@ -1,6 +1,7 @@
 #include "stage/effect/plugin.h"
 
-#include <cstdio>
+#include <fmt/format.h>
+
 #include <stdexcept>
 
 #include "stage/binary/inspect.h"
@@ -14,16 +15,10 @@ std::optional<Pipl> read_pipl(const std::filesystem::path &file) {
     return inspect_plugin(file).pipl;
 }
 
-std::string hex(std::uint32_t value) {
-    char text[16];
-    std::snprintf(text, sizeof text, "%08x", static_cast<unsigned int>(value));
-    return text;
-}
-
 void compare(std::vector<std::string> &lines, const char *what, std::uint32_t code,
              std::optional<std::uint32_t> listed) {
     if (!listed || *listed == code) return;
-    lines.push_back(std::string(what) + ": code " + hex(code) + ", property list " + hex(*listed));
+    lines.push_back(fmt::format("{}: code {:08x}, property list {:08x}", what, code, *listed));
 }
 
 }  // namespace

@@ -1,54 +1,52 @@
 #include "stage/host/suite_registry.h"
 
 #include "hostapi/constants.h"
+#include "stage/host/complete_table.h"
 #include "stage/host/host.h"
-#include "stage/host/host_call.h"
 
 namespace stage {
 namespace {
 
-// Code a real host gives for a suite or version it does not know.
-constexpr SPErr kSuiteNotFound = 0x53212121;  // "S!!!"
-
 std::string suite_text(const char *name, std::int32_t number) {
-    return "\"" + std::string(name) + "\", " + std::to_string(number);
+    return "\"" + std::string(name != nullptr ? name : "") + "\", " + std::to_string(number);
 }
 
-SPErr acquire_suite(const char *name, std::int32_t number, const void **suite) {
-    HostCall call("SPBasicSuite.AcquireSuite", Fallible::kSuite);
-    if (call.traced()) call.arguments(suite_text(name, number));
+/// Hands out null when it fails, whatever the reason.
+SPErr acquire_suite(HostCall &call, const char *name, std::int32_t number, const void **suite) {
     if (suite != nullptr) *suite = nullptr;
+    SuiteRegistry &suites = call.host().suites;
     if (call.must_fail()) {
-        call.host().suites.note_refusal();
-        return call.result(kSuiteNotFound);
+        suites.note_refusal();
+        return call.error();
     }
-    if (name == nullptr || suite == nullptr) return call.result(A_Err_PARAMETER);
+    if (name == nullptr || suite == nullptr) return A_Err_PARAMETER;
     bool refused_as_null = false;
-    *suite = call.host().suites.acquire(name, number, &refused_as_null);
-    if (*suite == nullptr) {
-        call.host().suites.note_refusal();
-        return call.result(refused_as_null ? 0 : kSuiteNotFound);
-    }
-    return call.result(PF_Err_NONE);
+    *suite = suites.acquire(name, number, &refused_as_null);
+    if (*suite != nullptr) return PF_Err_NONE;
+    suites.note_refusal();
+    return refused_as_null ? PF_Err_NONE : kSuiteNotFound;
+}
+std::string describe_acquisition(const char *name, std::int32_t number, const void **) {
+    return suite_text(name, number);
 }
 
-SPErr release_suite(const char *name, std::int32_t number) {
-    HostCall call("SPBasicSuite.ReleaseSuite", Fallible::kNo);
-    if (call.traced()) call.arguments(suite_text(name, number));
-    if (!call.host().suites.release(name, number)) {
-        call.host().strict.report("suite.release", call.command(),
-                                  suite_text(name, number) + " released but not acquired");
-        return call.result(kSuiteNotFound);
-    }
-    return call.result(PF_Err_NONE);
+SPErr release_suite(HostCall &call, const char *name, std::int32_t number) {
+    if (name != nullptr && call.host().suites.release(name, number)) return PF_Err_NONE;
+    call.report("suite.release", suite_text(name, number) + " released but not acquired");
+    return kSuiteNotFound;
+}
+
+constexpr auto basic_table() {
+    constexpr CallRules kFindsSuites{.fails = Fails::kAfter, .finds_suites = true};
+    CallTable<SPBasicSuite, "SPBasicSuite"> table;
+    KS_SERVE_BY(kFindsSuites, AcquireSuite, acquire_suite, describe_acquisition);
+    KS_SERVE_BY(table.kRules.that_never_fail(), ReleaseSuite, release_suite, suite_text);
+    return with_all_slots(table);
 }
 
 }  // namespace
 
-SuiteRegistry::SuiteRegistry() {
-    basic_.AcquireSuite = acquire_suite;
-    basic_.ReleaseSuite = release_suite;
-}
+SuiteRegistry::SuiteRegistry() : basic_(basic_table().get()) {}
 
 void SuiteRegistry::add(const char *name, std::int32_t number, const void *table) {
     tables_[{name, number}] = table;

@@ -1,5 +1,7 @@
 #include "stage/image/picture.h"
 
+#include <fmt/format.h>
+
 #include <cstdint>
 #include <cstring>
 
@@ -14,9 +16,9 @@ std::size_t sample_count(int width, int height) {
 
 void check_sides(int width, int height) {
     if (width < 1 || height < 1 || width > kMaxPictureSide || height > kMaxPictureSide) {
-        throw PictureError("a picture of " + std::to_string(width) + "x" + std::to_string(height) +
-                           " is not possible: each side must be 1 to " +
-                           std::to_string(kMaxPictureSide) + " pixels");
+        throw PictureError(
+            fmt::format("a picture of {}x{} is not possible: each side must be 1 to {} pixels",
+                        width, height, kMaxPictureSide));
     }
 }
 
@@ -76,10 +78,9 @@ Picture make_picture(int width, int height, SampleType native) {
 void check_picture(const Picture &picture) {
     check_sides(picture.width, picture.height);
     if (picture.argb.size() != sample_count(picture.width, picture.height)) {
-        throw PictureError("a picture of " + std::to_string(picture.width) + "x" +
-                           std::to_string(picture.height) + " needs " +
-                           std::to_string(sample_count(picture.width, picture.height)) +
-                           " samples and has " + std::to_string(picture.argb.size()));
+        throw PictureError(fmt::format(
+            "a picture of {}x{} needs {} samples and has {}", picture.width, picture.height,
+            sample_count(picture.width, picture.height), picture.argb.size()));
     }
 }
 

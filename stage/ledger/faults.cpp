@@ -7,7 +7,9 @@ namespace stage {
 void Faults::reset() {
     count_ = 0;
     struck_ = false;
+    all_ = 0;
     nth_ = 0;
+    exhausted_ = 0;
     persistent_ = false;
     by_name_.clear();
     code_ = kInjectedError;
@@ -25,6 +27,15 @@ void Faults::arm_name(std::string name, PF_Err code) {
     reset();
     by_name_ = std::move(name);
     code_ = code;
+}
+
+void Faults::exhaust_memory(std::uint64_t nth) {
+    reset();
+    exhausted_ = nth;
+}
+
+bool Faults::memory_runs_out() {
+    return ++all_ == exhausted_;
 }
 
 bool Faults::strikes(const char *name, FailureForm form) {

@@ -29,11 +29,18 @@ class Faults {
     /// Makes every call named `name` fail (full trace name, for example "PF World
     /// Suite.PF_NewWorld").
     void arm_name(std::string name, PF_Err code = kInjectedError);
-    /// No failure any more; the count starts anew.
+    /// Has memory run out inside call number `nth` of all calls, those that cannot fail included.
+    void exhaust_memory(std::uint64_t nth);
+    /// No failure any more; the counts start anew.
     void reset();
 
     /// Called once by each fallible call: counts it, and says whether it must fail.
     bool strikes(const char *name, FailureForm form);
+
+    /// Called once by each call: true in the one that exhaust_memory() names.
+    bool memory_runs_out();
+    /// Whether that call has come.
+    bool memory_ran_out() const { return exhausted_ != 0 && all_.load() >= exhausted_; }
 
     /// Fallible calls since the last arm() or reset().
     std::uint64_t count() const { return count_.load(); }
@@ -47,7 +54,9 @@ class Faults {
   private:
     std::atomic<std::uint64_t> count_{0};
     std::atomic<bool> struck_{false};
+    std::atomic<std::uint64_t> all_{0};
     std::uint64_t nth_ = 0;
+    std::uint64_t exhausted_ = 0;
     bool persistent_ = false;
     std::string by_name_;
     PF_Err code_ = kInjectedError;

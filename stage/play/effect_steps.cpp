@@ -6,6 +6,7 @@
 
 #include "hostapi/constants.h"
 #include "stage/desk/panel/panel_model.h"
+#include "stage/desk/panel/typed_value.h"
 #include "stage/play/session_steps.h"
 
 namespace stage {
@@ -20,7 +21,7 @@ struct Edit {
     std::string text;
 };
 
-SessionAct apply(const FileValue &) {
+SessionAct apply(const JsonValue &) {
     return [](SessionPlayer &player) {
         PF_Err first = 0;
         for (const CommandResult &result : player.desk().apply()) {
@@ -30,7 +31,7 @@ SessionAct apply(const FileValue &) {
     };
 }
 
-SessionAct remove_effect(const FileValue &) {
+SessionAct remove_effect(const JsonValue &) {
     return [](SessionPlayer &player) {
         player.effect();
         player.desk().remove_effect();
@@ -43,7 +44,7 @@ EffectInstance &effect_of(SessionPlayer &player, LayerId layer, int number) {
     throw SessionError("the layer carries no effect number " + std::to_string(number));
 }
 
-SessionAct choose(const FileValue &value) {
+SessionAct choose(const JsonValue &value) {
     value.only({"layer", "number"});
     const LayerName name = read_layer_name(value["layer"]);
     const auto given = value.find("number");
@@ -62,29 +63,16 @@ void require_reachable(SessionPlayer &player, int index) {
     if (entry->disabled) throw SessionError("it is greyed in the panel");
 }
 
-ParamValue layer_value(SessionPlayer &player, const Edit &edit) {
-    ParamValue value;
-    if (edit.text != "none") value.layer = player.layer({edit.where, edit.text, 0});
-    return value;
-}
-
-ParamValue entered_value(SessionPlayer &player, int index, const Edit &edit) {
-    const ParamCatalog &catalog = player.session().plugin.catalog;
-    if (catalog.at(index).def.param_type == PF_Param_LAYER) return layer_value(player, edit);
-    const Item *extent = player.session().project().extent_of(player.effect().layer);
-    return catalog.parse(index, edit.text, extent->width, extent->height);
-}
-
 void enter(SessionPlayer &player, const Edit &edit) {
     at(edit.where, [&] {
         const int index = player.session().plugin.catalog.find(edit.name);
         require_reachable(player, index);
-        const ParamValue value = entered_value(player, index, edit);
+        const ParamValue value = typed_value(player.session(), player.effect(), index, edit.text);
         player.answered(player.desk().set_value(index, value));
     });
 }
 
-SessionAct set(const FileValue &value) {
+SessionAct set(const JsonValue &value) {
     std::vector<Edit> edits;
     for (const auto &[name, member] : value.members()) {
         edits.push_back({member.where(), name, member.typed()});
@@ -115,36 +103,36 @@ void click_box(SessionPlayer &player, const Edit &edit) {
     enter(player, edit);
 }
 
-SessionAct tick(const FileValue &value) {
+SessionAct tick(const JsonValue &value) {
     const Edit edit{value.where(), value.string(), "on"};
     return [=](SessionPlayer &player) { click_box(player, edit); };
 }
 
-SessionAct untick(const FileValue &value) {
+SessionAct untick(const JsonValue &value) {
     const Edit edit{value.where(), value.string(), "off"};
     return [=](SessionPlayer &player) { click_box(player, edit); };
 }
 
-SessionAct reset(const FileValue &) {
+SessionAct reset(const JsonValue &) {
     return [](SessionPlayer &player) {
         player.effect();
         player.answered(player.desk().reset());
     };
 }
 
-SessionAct undo(const FileValue &) {
+SessionAct undo(const JsonValue &) {
     return [](SessionPlayer &player) {
         if (!player.desk().undo()) throw SessionError("there is nothing to undo");
     };
 }
 
-SessionAct redo(const FileValue &) {
+SessionAct redo(const JsonValue &) {
     return [](SessionPlayer &player) {
         if (!player.desk().redo()) throw SessionError("there is nothing to redo");
     };
 }
 
-SessionAct panel(const FileValue &value) {
+SessionAct panel(const JsonValue &value) {
     const std::string state = value.string();
     if (state != "shown" && state != "hidden") value.fail("must be \"shown\" or \"hidden\"");
     return [shown = state == "shown"](SessionPlayer &player) {

@@ -34,24 +34,24 @@ constexpr Switch kSwitches[] = {
 struct Field {
     const char *name;
     bool running;
-    OptionChange (*read)(const FileValue &value);
+    OptionChange (*read)(const JsonValue &value);
 };
 
-OptionChange read_depth(const FileValue &value) {
+OptionChange read_depth(const JsonValue &value) {
     const std::int64_t bits = value.integer(8, 32);
     if (bits != 8 && bits != 16 && bits != 32) value.fail("must be 8, 16 or 32");
     const Depth depth = depth_from_bits(static_cast<int>(bits));
     return [depth](HostOptions &options) { options.depth = depth; };
 }
 
-OptionChange read_threads(const FileValue &value) {
+OptionChange read_threads(const JsonValue &value) {
     const int threads = value.number32(1, kMaxScheduleThreads);
     return [threads](HostOptions &options) {
         options.schedule = threads == 1 ? Schedule::serial() : Schedule::with_threads(threads);
     };
 }
 
-OptionChange read_shuffle(const FileValue &value) {
+OptionChange read_shuffle(const JsonValue &value) {
     value.only({"seed", "threads"});
     const auto seed = static_cast<std::uint64_t>(value["seed"].integer(0, INT64_MAX));
     const int threads = value["threads"].number32(1, kMaxScheduleThreads);
@@ -60,12 +60,12 @@ OptionChange read_shuffle(const FileValue &value) {
     };
 }
 
-OptionChange read_cancel(const FileValue &value) {
+OptionChange read_cancel(const JsonValue &value) {
     const std::int64_t call = value.integer(0, INT32_MAX);
     return [call](HostOptions &options) { options.cancel_at_abort_call = call; };
 }
 
-OptionChange read_worlds(const FileValue &value) {
+OptionChange read_worlds(const JsonValue &value) {
     value.only({"row padding", "base offset", "poison"});
     constexpr int kMost = 4096;
     WorldLayout layout;
@@ -85,7 +85,7 @@ constexpr Field kFields[] = {
     {"worlds", true, read_worlds},
 };
 
-OptionChange read_option(const std::string &name, const FileValue &value, bool running) {
+OptionChange read_option(const std::string &name, const JsonValue &value, bool running) {
     const auto row = std::ranges::find(kSwitches, name, &Switch::name);
     const auto field = std::ranges::find(kFields, name, &Field::name);
     const bool is_switch = row != std::end(kSwitches);
@@ -101,7 +101,7 @@ OptionChange read_option(const std::string &name, const FileValue &value, bool r
 
 }  // namespace
 
-std::vector<OptionChange> read_options(const FileValue &value, bool running) {
+std::vector<OptionChange> read_options(const JsonValue &value, bool running) {
     std::vector<OptionChange> changes;
     for (const auto &[name, member] : value.members()) {
         changes.push_back(read_option(name, member, running));

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "stage/host/host_options.h"
-#include "stage/play/file_value.h"
+#include "stage/text/json_value.h"
 
 namespace stage {
 
@@ -13,6 +13,6 @@ using OptionChange = std::function<void(HostOptions &)>;
 
 /// Reads an object of options and returns what sets them. With `running` only those that a host may
 /// change while a plug-in is loaded.
-std::vector<OptionChange> read_options(const FileValue &value, bool running);
+std::vector<OptionChange> read_options(const JsonValue &value, bool running);
 
 }  // namespace stage

@@ -8,7 +8,7 @@
 namespace stage {
 namespace {
 
-SessionAct error(const FileValue &value) {
+SessionAct error(const JsonValue &value) {
     const auto wanted = static_cast<PF_Err>(value.integer(INT32_MIN, INT32_MAX));
     return [=, where = value.where()](SessionPlayer &player) {
         const PF_Err found = player.take_error();
@@ -22,7 +22,7 @@ struct WantedMessage {
     bool as_error = false;
 };
 
-WantedMessage read_message(const FileValue &value) {
+WantedMessage read_message(const JsonValue &value) {
     value.only({"error", "plain"});
     const auto error = value.find("error"), plain = value.find("plain");
     if (error.has_value() == plain.has_value()) {
@@ -41,9 +41,9 @@ std::string listed(const std::vector<std::string> &texts) {
     return texts.empty() ? "nothing" : list;
 }
 
-SessionAct messages(const FileValue &value) {
+SessionAct messages(const JsonValue &value) {
     std::vector<std::string> wanted;
-    for (const FileValue &element : value.elements()) {
+    for (const JsonValue &element : value.elements()) {
         const WantedMessage message = read_message(element);
         wanted.push_back(describe(message.text, message.as_error));
     }
@@ -57,9 +57,9 @@ SessionAct messages(const FileValue &value) {
 }
 
 /// Strict findings count as expected when their checks are named, each at least once.
-SessionAct findings(const FileValue &value) {
+SessionAct findings(const JsonValue &value) {
     std::vector<std::string> wanted;
-    for (const FileValue &check : value.elements()) wanted.push_back(check.string());
+    for (const JsonValue &check : value.elements()) wanted.push_back(check.string());
     std::ranges::sort(wanted);
     wanted.erase(std::unique(wanted.begin(), wanted.end()), wanted.end());
     return [=, where = value.where()](SessionPlayer &player) {
@@ -75,7 +75,7 @@ std::string yes_no(bool yes) {
     return yes ? "true" : "false";
 }
 
-SessionAct read_flag(const FileValue &value, bool (*look)(SessionPlayer &)) {
+SessionAct read_flag(const JsonValue &value, bool (*look)(SessionPlayer &)) {
     const bool wanted = value.boolean();
     return [=, where = value.where()](SessionPlayer &player) {
         const bool found = look(player);
@@ -83,20 +83,20 @@ SessionAct read_flag(const FileValue &value, bool (*look)(SessionPlayer &)) {
     };
 }
 
-SessionAct handled(const FileValue &value) {
+SessionAct handled(const JsonValue &value) {
     return read_flag(value,
                      [](SessionPlayer &player) { return player.last_press().event.handled; });
 }
 
-SessionAct dragging(const FileValue &value) {
+SessionAct dragging(const JsonValue &value) {
     return read_flag(value, [](SessionPlayer &player) { return player.desk().dragging(); });
 }
 
-SessionAct skipped(const FileValue &value) {
+SessionAct skipped(const JsonValue &value) {
     return read_flag(value, [](SessionPlayer &player) { return player.skipped; });
 }
 
-SessionAct cross_hair(const FileValue &value) {
+SessionAct cross_hair(const JsonValue &value) {
     const std::string wanted = value.string();
     return [=, where = value.where()](SessionPlayer &player) {
         const ParamCatalog &catalog = player.session().plugin.catalog;
@@ -124,7 +124,7 @@ std::string cursor_text(PF_CursorType type) {
     return found != std::end(kCursors) ? found->name : std::to_string(type);
 }
 
-PF_CursorType read_cursor(const FileValue &value) {
+PF_CursorType read_cursor(const JsonValue &value) {
     if (value.is_number()) return static_cast<PF_CursorType>(value.integer(0, INT32_MAX));
     const std::string name = value.string();
     const auto found = std::ranges::find(kCursors, name, &CursorName::name);
@@ -132,7 +132,7 @@ PF_CursorType read_cursor(const FileValue &value) {
     value.fail("must be host, resize vertical, resize horizontal, layer move, or a number");
 }
 
-SessionAct cursor(const FileValue &value) {
+SessionAct cursor(const JsonValue &value) {
     const PF_CursorType wanted = read_cursor(value);
     return [=, where = value.where()](SessionPlayer &player) {
         const PF_CursorType found = player.desk().cursor();

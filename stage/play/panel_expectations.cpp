@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include "stage/desk/panel/panel_model.h"
 #include "stage/play/session_steps.h"
 #include "stage/text/hex.h"
+#include "stage/text/number_text.h"
 
 namespace stage {
 namespace {
@@ -23,22 +23,16 @@ struct WantedValue {
     double within = 0;
 };
 
-std::string number_text(double number) {
-    char text[40];
-    std::snprintf(text, sizeof text, "%.10g", number);
-    return text;
-}
-
-WantedValue read_wanted(const std::string &name, const FileValue &member) {
+WantedValue read_wanted(const std::string &name, const JsonValue &member) {
     WantedValue wanted{member.where(), name, {}, "", 0};
     if (member.is_object()) {
         member.only({"is", "within"});
         wanted.within = member["within"].number(0, 1e9);
     }
-    const FileValue value = member.is_object() ? member["is"] : member;
-    if (value.is_number()) wanted.numbers = {value.number()};
+    const JsonValue value = member.is_object() ? member["is"] : member;
+    if (value.is_number()) wanted.numbers = {value.number(-kLargestNumber, kLargestNumber)};
     if (value.is_list()) {
-        const auto [x, y] = value.pair();
+        const auto [x, y] = value.pair(-kLargestNumber, kLargestNumber);
         wanted.numbers = {x, y};
     }
     wanted.text = value.typed();
@@ -90,7 +84,7 @@ void check_value(SessionPlayer &player, const WantedValue &wanted) {
     }
 }
 
-SessionAct values(const FileValue &value) {
+SessionAct values(const JsonValue &value) {
     std::vector<WantedValue> list;
     for (const auto &[name, member] : value.members()) list.push_back(read_wanted(name, member));
     return [=](SessionPlayer &player) {
@@ -107,9 +101,9 @@ struct NamedEntry {
     std::string name;
 };
 
-std::vector<NamedEntry> read_entries(const FileValue &value) {
+std::vector<NamedEntry> read_entries(const JsonValue &value) {
     std::vector<NamedEntry> entries;
-    for (const FileValue &name : value.elements()) entries.push_back({name.where(), name.string()});
+    for (const JsonValue &name : value.elements()) entries.push_back({name.where(), name.string()});
     if (entries.empty()) value.fail("names nothing");
     return entries;
 }
@@ -131,7 +125,7 @@ PanelEntry find_entry(SessionPlayer &player, const std::string &name) {
                                      : "\"" + name + "\" is the name of several entries");
 }
 
-SessionAct read_looks(const FileValue &value, bool PanelEntry::*look, bool wanted, const char *yes,
+SessionAct read_looks(const JsonValue &value, bool PanelEntry::*look, bool wanted, const char *yes,
                       const char *no) {
     const std::vector<NamedEntry> entries = read_entries(value);
     return [=](SessionPlayer &player) {
@@ -145,19 +139,19 @@ SessionAct read_looks(const FileValue &value, bool PanelEntry::*look, bool wante
     };
 }
 
-SessionAct hidden(const FileValue &value) {
+SessionAct hidden(const JsonValue &value) {
     return read_looks(value, &PanelEntry::hidden, true, "hidden", "shown");
 }
 
-SessionAct shown(const FileValue &value) {
+SessionAct shown(const JsonValue &value) {
     return read_looks(value, &PanelEntry::hidden, false, "hidden", "shown");
 }
 
-SessionAct disabled(const FileValue &value) {
+SessionAct disabled(const JsonValue &value) {
     return read_looks(value, &PanelEntry::disabled, true, "disabled", "enabled");
 }
 
-SessionAct enabled(const FileValue &value) {
+SessionAct enabled(const JsonValue &value) {
     return read_looks(value, &PanelEntry::disabled, false, "disabled", "enabled");
 }
 
@@ -172,7 +166,7 @@ std::vector<std::uint8_t> flat_record(SessionPlayer &player) {
     return bytes;
 }
 
-SessionAct flat(const FileValue &value) {
+SessionAct flat(const JsonValue &value) {
     std::string digits = value.string();
     std::erase(digits, ' ');
     const auto bytes = from_hex(digits);
@@ -192,9 +186,9 @@ std::string order_text(const std::vector<int> &order) {
     return "[" + text + "]";
 }
 
-SessionAct order(const FileValue &value) {
+SessionAct order(const JsonValue &value) {
     std::vector<int> wanted;
-    for (const FileValue &scope : value.elements()) wanted.push_back(scope.number32(1, 5));
+    for (const JsonValue &scope : value.elements()) wanted.push_back(scope.number32(1, 5));
     if (wanted.size() > kScopes) value.fail("there are five scopes");
     return [=, where = value.where()](SessionPlayer &player) {
         const std::vector<std::uint8_t> flat = flat_record(player);

@@ -21,22 +21,22 @@ void release_at(SessionPlayer &player, WindowPixel at) {
     player.answered(player.desk().release(at.x, at.y), false);
 }
 
-SessionAct press(const FileValue &value) {
+SessionAct press(const JsonValue &value) {
     const SessionPlace place = read_place(value);
     return [=](SessionPlayer &player) { press_at(player, window_pixel(player, place), 1); };
 }
 
-SessionAct move(const FileValue &value) {
+SessionAct move(const JsonValue &value) {
     const SessionPlace place = read_place(value);
     return [=](SessionPlayer &player) { move_to(player, window_pixel(player, place)); };
 }
 
-SessionAct release(const FileValue &value) {
+SessionAct release(const JsonValue &value) {
     const SessionPlace place = read_place(value);
     return [=](SessionPlayer &player) { release_at(player, window_pixel(player, place)); };
 }
 
-SessionAct click(const FileValue &value) {
+SessionAct click(const JsonValue &value) {
     const SessionPlace place = read_place(value);
     return [=](SessionPlayer &player) {
         const WindowPixel at = window_pixel(player, place);
@@ -45,7 +45,7 @@ SessionAct click(const FileValue &value) {
     };
 }
 
-SessionAct double_click(const FileValue &value) {
+SessionAct double_click(const JsonValue &value) {
     const SessionPlace place = read_place(value);
     return [=](SessionPlayer &player) {
         const WindowPixel at = window_pixel(player, place);
@@ -61,7 +61,7 @@ int on_the_way(int from, int to, int i, int count) {
     return from + static_cast<int>(static_cast<std::int64_t>(to - from) * i / count);
 }
 
-SessionAct drag(const FileValue &value) {
+SessionAct drag(const JsonValue &value) {
     value.only({"from", "to", "moves"});
     const SessionPlace from = read_place(value["from"]), to = read_place(value["to"]);
     const auto given = value.find("moves");
@@ -78,7 +78,7 @@ SessionAct drag(const FileValue &value) {
     };
 }
 
-SessionAct leave(const FileValue &) {
+SessionAct leave(const JsonValue &) {
     return [](SessionPlayer &player) { player.desk().leave(); };
 }
 

@@ -42,9 +42,9 @@ struct WantedLayer {
     std::optional<int> effects;
 };
 
-std::set<std::string> read_flags(const FileValue &value) {
+std::set<std::string> read_flags(const JsonValue &value) {
     std::set<std::string> names;
-    for (const FileValue &element : value.elements()) {
+    for (const JsonValue &element : value.elements()) {
         const std::string name = element.string();
         if (std::ranges::find(kFlags, name, &FlagName::name) == std::end(kFlags)) {
             element.fail("must be one of locked, adjustment, null, guide, hidden");
@@ -54,7 +54,7 @@ std::set<std::string> read_flags(const FileValue &value) {
     return names;
 }
 
-WantedLayer read_layer(const FileValue &value) {
+WantedLayer read_layer(const JsonValue &value) {
     WantedLayer wanted;
     wanted.where = value.where();
     if (value.is_string()) {
@@ -113,10 +113,10 @@ void check_layer(SessionPlayer &player, const WantedLayer &wanted, const Layer &
     }
 }
 
-SessionAct layers(const FileValue &value) {
+SessionAct layers(const JsonValue &value) {
     std::vector<WantedLayer> list;
     std::vector<std::string> names;
-    for (const FileValue &layer : value.elements()) {
+    for (const JsonValue &layer : value.elements()) {
         list.push_back(read_layer(layer));
         names.push_back(list.back().name);
     }
@@ -131,9 +131,9 @@ SessionAct layers(const FileValue &value) {
     };
 }
 
-SessionAct selected(const FileValue &value) {
+SessionAct selected(const JsonValue &value) {
     std::vector<std::string> names;
-    for (const FileValue &name : value.elements()) names.push_back(name.string());
+    for (const JsonValue &name : value.elements()) names.push_back(name.string());
     return [=, where = value.where()](SessionPlayer &player) {
         std::vector<std::string> found;
         for (const Layer &layer : player.comp().layers) {

@@ -13,13 +13,13 @@ using Kind = SessionStep::Kind;
 
 constexpr int kMaxRatio = 100'000;
 
-std::pair<int, int> read_aspect(const FileValue &object) {
+std::pair<int, int> read_aspect(const JsonValue &object) {
     const auto aspect = object.find("pixel aspect");
     return aspect ? aspect->whole_pair(1, kMaxRatio) : std::pair(1, 1);
 }
 
 /// The name of a folder's own file: nothing that leads out of it.
-std::string read_file_name(const FileValue &value) {
+std::string read_file_name(const JsonValue &value) {
     const std::string name = value.string();
     const bool plain = !name.empty() && name.find_first_of("/\\:") == std::string::npos &&
                        name != "." && name != "..";
@@ -27,7 +27,7 @@ std::string read_file_name(const FileValue &value) {
     return name;
 }
 
-SessionAct new_comp(const FileValue &value) {
+SessionAct new_comp(const JsonValue &value) {
     value.only({"name", "size", "pixel aspect", "frames"});
     const auto named = value.find("name");
     const std::string name = named ? named->string() : "Comp 1";
@@ -45,12 +45,12 @@ void rename(SessionPlayer &player, LayerId layer, const std::string &name) {
     if (!name.empty()) player.session().project().layer(layer)->name = name;
 }
 
-std::string read_optional_name(const FileValue &value) {
+std::string read_optional_name(const JsonValue &value) {
     const auto name = value.find("name");
     return name ? name->string() : "";
 }
 
-SessionAct add_footage(const FileValue &value) {
+SessionAct add_footage(const JsonValue &value) {
     value.only({"file", "name", "pixel aspect"});
     const std::string file = value["file"].string(), name = read_optional_name(value);
     const auto [num, den] = read_aspect(value);
@@ -60,7 +60,7 @@ SessionAct add_footage(const FileValue &value) {
     };
 }
 
-SessionAct add_chart(const FileValue &value) {
+SessionAct add_chart(const JsonValue &value) {
     value.only({"chart", "size", "name", "pixel aspect"});
     const std::string chart = value["chart"].string(), name = read_optional_name(value);
     const auto [width, height] = value["size"].whole_pair(1, kMaxPictureSide);
@@ -71,7 +71,7 @@ SessionAct add_chart(const FileValue &value) {
     };
 }
 
-SessionAct add_solid(const FileValue &value) {
+SessionAct add_solid(const JsonValue &value) {
     value.only({"name", "size", "color"});
     const std::string name = value["name"].string();
     std::pair<int, int> size{0, 0};
@@ -88,19 +88,19 @@ SessionAct add_solid(const FileValue &value) {
     };
 }
 
-SessionAct add_adjustment(const FileValue &value) {
+SessionAct add_adjustment(const JsonValue &value) {
     const std::string name = value.string();
     return [=](SessionPlayer &player) { player.desk().add_adjustment(name); };
 }
 
-SessionAct add_text(const FileValue &value) {
+SessionAct add_text(const JsonValue &value) {
     const std::string name = value.string();
     return [=](SessionPlayer &player) { player.desk().add_text(name); };
 }
 
-SessionAct select(const FileValue &value) {
+SessionAct select(const JsonValue &value) {
     std::vector<LayerName> names;
-    for (const FileValue &name : value.elements()) names.push_back(read_layer_name(name));
+    for (const JsonValue &name : value.elements()) names.push_back(read_layer_name(name));
     return [=](SessionPlayer &player) {
         std::vector<LayerId> layers;
         for (const LayerName &name : names) layers.push_back(player.layer(name));
@@ -108,52 +108,52 @@ SessionAct select(const FileValue &value) {
     };
 }
 
-SessionAct delete_layer(const FileValue &value) {
+SessionAct delete_layer(const JsonValue &value) {
     const LayerName name = read_layer_name(value);
     return [=](SessionPlayer &player) { player.desk().delete_layer(player.layer(name)); };
 }
 
-SessionAct duplicate(const FileValue &value) {
+SessionAct duplicate(const JsonValue &value) {
     const LayerName name = read_layer_name(value);
     return [=](SessionPlayer &player) { player.desk().duplicate_layer(player.layer(name)); };
 }
 
-SessionAct move_layer(const FileValue &value) {
+SessionAct move_layer(const JsonValue &value) {
     value.only({"layer", "to"});
     const LayerName name = read_layer_name(value["layer"]);
     const int to = value["to"].number32(1, INT32_MAX);
     return [=](SessionPlayer &player) { player.desk().move_layer(player.layer(name), to - 1); };
 }
 
-SessionAct place(const FileValue &value) {
+SessionAct place(const JsonValue &value) {
     value.only({"layer", "position", "scale"});
     const LayerName name = read_layer_name(value["layer"]);
-    const auto [x, y] = value["position"].pair();
+    const auto [x, y] = value["position"].pair(-kLargestNumber, kLargestNumber);
     const auto given = value.find("scale");
     const double scale = given ? given->number(-1e6, 1e6) : 100;
     return
         [=](SessionPlayer &player) { player.desk().place_layer(player.layer(name), x, y, scale); };
 }
 
-SessionAct read_visibility(const FileValue &value, bool video) {
+SessionAct read_visibility(const JsonValue &value, bool video) {
     const LayerName name = read_layer_name(value);
     return [=](SessionPlayer &player) { player.desk().show_layer(player.layer(name), video); };
 }
 
-SessionAct show(const FileValue &value) {
+SessionAct show(const JsonValue &value) {
     return read_visibility(value, true);
 }
 
-SessionAct hide(const FileValue &value) {
+SessionAct hide(const JsonValue &value) {
     return read_visibility(value, false);
 }
 
-SessionAct save(const FileValue &value) {
+SessionAct save(const JsonValue &value) {
     const std::string name = read_file_name(value);
     return [=](SessionPlayer &player) { player.desk().save(player.saved_file(name)); };
 }
 
-SessionAct load(const FileValue &value) {
+SessionAct load(const JsonValue &value) {
     const std::string name = value.string();
     return [=](SessionPlayer &player) { player.desk().load(player.project_file(name)); };
 }
@@ -182,7 +182,7 @@ std::span<const StepRow> project_steps() {
     return kRows;
 }
 
-LayerName read_layer_name(const FileValue &value) {
+LayerName read_layer_name(const JsonValue &value) {
     if (value.is_number()) return {value.where(), "", value.number32(1, INT32_MAX)};
     if (!value.is_string()) value.fail("expected the name of a layer, or its number from the top");
     return {value.where(), value.string(), 0};

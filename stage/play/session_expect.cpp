@@ -18,7 +18,7 @@ const ExpectRow *find_row(const std::string &name) {
 
 }  // namespace
 
-SessionAct read_expect(const FileValue &value) {
+SessionAct read_expect(const JsonValue &value) {
     std::vector<std::pair<std::string, SessionAct>> checks;
     for (const auto &[name, member] : value.members()) {
         const ExpectRow *row = find_row(name);

@@ -1,9 +1,7 @@
 #include "stage/play/session_file.h"
 
 #include <algorithm>
-#include <array>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "stage/play/option_fields.h"
@@ -13,37 +11,6 @@
 namespace stage {
 namespace {
 
-using Json = nlohmann::ordered_json;
-
-/// The parser's reason, without its own name and place: "... at line 3, column 5: REASON".
-std::string reason_of(const nlohmann::json::parse_error &error) {
-    const std::string text = error.what();
-    const std::size_t column = text.find(", column ");
-    const std::size_t reason = column == std::string::npos ? column : text.find(": ", column);
-    return reason == std::string::npos ? "syntax error" : text.substr(reason + 2);
-}
-
-Json parse(const std::string &text, const std::string &name) {
-    try {
-        return Json::parse(text);
-    } catch (const nlohmann::json::parse_error &error) {
-        const std::size_t end = std::min(text.size(), error.byte == 0 ? 0 : error.byte - 1);
-        const auto line =
-            1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(end), '\n');
-        throw SessionFileError(name + ":" + std::to_string(line) +
-                               ": no valid JSON: " + reason_of(error));
-    }
-}
-
-LineIndex lines_of(const std::string &text, const std::string &name) {
-    try {
-        return LineIndex(text);
-    } catch (const std::runtime_error &error) {
-        // "line N: PATH: reason"
-        throw SessionFileError(name + ":" + std::string(error.what()).substr(5));
-    }
-}
-
 const StepRow *find_step(const std::string &name) {
     for (const auto rows : {project_steps(), effect_steps(), pointer_steps(), view_steps()}) {
         const auto found = std::ranges::find(rows, name, &StepRow::name);
@@ -52,7 +19,7 @@ const StepRow *find_step(const std::string &name) {
     return nullptr;
 }
 
-SessionStep read_step(const FileValue &value) {
+SessionStep read_step(const JsonValue &value) {
     const bool bare = value.is_string();
     if (!bare && !value.is_object()) value.fail("expected a step: its name, or {\"name\": ...}");
     const auto [name, body] = bare ? std::pair(value.string(), value) : value.members().front();
@@ -64,7 +31,7 @@ SessionStep read_step(const FileValue &value) {
     return {bare ? body.where() + "." + name : body.where(), row->kind, row->read(body)};
 }
 
-SessionFile read_session(const FileValue &value) {
+SessionFile read_session(const JsonValue &value) {
     value.only({"format", "version", "about", "options", "steps"});
     if (value["format"].string() != kSessionFormat) {
         value["format"].fail(std::string("must be \"") + kSessionFormat + "\"");
@@ -77,16 +44,21 @@ SessionFile read_session(const FileValue &value) {
     if (const auto options = value.find("options")) {
         for (const OptionChange &change : read_options(*options, false)) change(file.options);
     }
-    for (const FileValue &step : value["steps"].elements()) file.steps.push_back(read_step(step));
+    for (const JsonValue &step : value["steps"].elements()) file.steps.push_back(read_step(step));
     return file;
 }
 
 }  // namespace
 
 SessionFile session_from_text(const std::string &text, const std::string &name) {
-    const Json json = parse(text, name);
-    const FileContext context{name, lines_of(text, name)};
-    return read_session(FileValue(json, "", context));
+    try {
+        const JsonDocument document(text, name, JsonDocument::Lines::kCounted);
+        return read_session(document.root());
+    } catch (const JsonError &error) {
+        const JsonFault &fault = error.fault();
+        throw SessionFileError(place_text(name, fault.line, fault.path) + ": " +
+                               reason_text(fault));
+    }
 }
 
 SessionFile read_session_file(const std::filesystem::path &file) {

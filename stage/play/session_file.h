@@ -4,11 +4,11 @@
 
 #include <filesystem>
 #include <functional>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "stage/host/host_options.h"
-#include "stage/play/file_value.h"
 
 namespace stage {
 
@@ -17,6 +17,12 @@ class SessionPlayer;
 /// The `format` and `version` that a session file carries.
 inline constexpr char kSessionFormat[] = "kestrel-stage-session";
 inline constexpr int kSessionVersion = 1;
+
+/// A session file is wrong, or a step of it cannot be done: "FILE:LINE: PATH: reason", one line.
+class SessionFileError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
 
 /// Does one step. Throws SessionFileError, SessionError, ProjectError, PictureError.
 using SessionAct = std::function<void(SessionPlayer &)>;

@@ -35,7 +35,7 @@ Point source_point(SessionPlayer &player, const SessionPlace &place) {
 
 }  // namespace
 
-SessionPlace read_place(const FileValue &value) {
+SessionPlace read_place(const JsonValue &value) {
     SessionPlace place;
     place.where = value.where();
     if (value.is_list()) {
@@ -47,7 +47,7 @@ SessionPlace read_place(const FileValue &value) {
     if (layer.has_value() == comp.has_value()) value.fail("expected either \"layer\" or \"comp\"");
     if (comp && of) of->fail("goes with \"layer\" only");
     place.base = layer ? SessionPlace::Base::kLayer : SessionPlace::Base::kComp;
-    std::tie(place.x, place.y) = (layer ? *layer : *comp).pair();
+    std::tie(place.x, place.y) = (layer ? *layer : *comp).pair(-kLargestNumber, kLargestNumber);
     if (of) place.of = read_layer_name(*of);
     if (const auto plus = value.find("plus")) {
         std::tie(place.plus_x, place.plus_y) = plus->pair(-kFarthest, kFarthest);

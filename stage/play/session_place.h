@@ -20,7 +20,7 @@ struct SessionPlace {
 };
 
 /// `[x, y]` in window pixels, or {"layer": [x, y]} or {"comp": [x, y]} with "of" and "plus".
-SessionPlace read_place(const FileValue &value);
+SessionPlace read_place(const JsonValue &value);
 
 struct WindowPixel {
     int x = 0, y = 0;

@@ -4,6 +4,7 @@
 #include <random>
 #include <utility>
 
+#include "stage/desk/panel/typed_value.h"
 #include "stage/play/session_steps.h"
 #include "stage/text/utf8_path.h"
 
@@ -18,13 +19,6 @@ std::filesystem::path new_scratch_folder() {
         if (std::filesystem::create_directory(folder)) return folder;
     }
     throw std::runtime_error(path_to_utf8(base) + ": no folder can be made here");
-}
-
-std::string layer_list(const Item &comp) {
-    std::string list;
-    for (const Layer &layer : comp.layers)
-        list += (list.empty() ? "\"" : ", \"") + layer.name + "\"";
-    return list.empty() ? "there are none" : "there are " + list;
 }
 
 /// What is behind the first `taken` of a list that others may have cut short.
@@ -106,13 +100,13 @@ LayerId SessionPlayer::layer(const LayerName &name) {
         }
         return layers[static_cast<std::size_t>(name.number - 1)].id;
     }
-    const auto count = std::ranges::count(layers, name.name, &Layer::name);
-    if (count == 1) return std::ranges::find(layers, name.name, &Layer::name)->id;
-    throw SessionFileError(
-        name.where + ": " +
-        (count == 0
-             ? "there is no layer \"" + name.name + "\" (" + layer_list(comp()) + ")"
-             : "several layers are called \"" + name.name + "\"; give the number, 1 is the top"));
+    if (std::ranges::count(layers, name.name, &Layer::name) > 1) {
+        throw SessionFileError(name.where + ": several layers are called \"" + name.name +
+                               "\"; give the number, 1 is the top");
+    }
+    LayerId id = 0;
+    at(name.where, [&] { id = layer_called(comp(), name.name); });
+    return id;
 }
 
 EffectInstance &SessionPlayer::effect() {

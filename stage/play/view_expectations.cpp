@@ -1,7 +1,6 @@
 // What is expected to be seen: pixels of the frame, and what the effect draws over it.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <sstream>
 #include <string>
@@ -9,6 +8,7 @@
 #include <vector>
 
 #include "stage/play/session_steps.h"
+#include "stage/text/number_text.h"
 
 namespace stage {
 namespace {
@@ -21,7 +21,7 @@ struct WantedPixel {
     int within = 0;         ///< of each channel's code
 };
 
-std::uint32_t read_color(const FileValue &value) {
+std::uint32_t read_color(const JsonValue &value) {
     const std::string text = value.string();
     const bool digits = text.size() == 7 && text[0] == '#' &&
                         text.find_first_not_of("0123456789abcdefABCDEF", 1) == std::string::npos;
@@ -29,7 +29,7 @@ std::uint32_t read_color(const FileValue &value) {
     return static_cast<std::uint32_t>(std::strtoul(text.c_str() + 1, nullptr, 16));
 }
 
-WantedPixel read_pixel(const FileValue &value) {
+WantedPixel read_pixel(const JsonValue &value) {
     value.only({"at", "color", "within"});
     WantedPixel pixel;
     pixel.where = value.where();
@@ -37,12 +37,6 @@ WantedPixel read_pixel(const FileValue &value) {
     pixel.rgb = read_color(value["color"]);
     if (const auto within = value.find("within")) pixel.within = within->number32(0, 255);
     return pixel;
-}
-
-std::string color_text(std::uint32_t rgb) {
-    char text[16];
-    std::snprintf(text, sizeof text, "#%06x", static_cast<unsigned>(rgb & 0xFFFFFF));
-    return text;
 }
 
 bool is_near(std::uint32_t a, std::uint32_t b, int within) {
@@ -64,16 +58,16 @@ void check_pixel(SessionPlayer &player, const WantedPixel &pixel, const ViewImag
                  color_text(found));
 }
 
-SessionAct pixels(const FileValue &value) {
+SessionAct pixels(const JsonValue &value) {
     std::vector<WantedPixel> list;
-    for (const FileValue &element : value.elements()) list.push_back(read_pixel(element));
+    for (const JsonValue &element : value.elements()) list.push_back(read_pixel(element));
     return [=](SessionPlayer &player) {
         const ViewImage &image = player.desk().view().image;
         for (const WantedPixel &pixel : list) check_pixel(player, pixel, image);
     };
 }
 
-SessionAct frame_size(const FileValue &value) {
+SessionAct frame_size(const JsonValue &value) {
     const auto [width, height] = value.whole_pair(1, kMaxPictureSide);
     return [=, where = value.where()](SessionPlayer &player) {
         const ViewImage &image = player.desk().view().image;
@@ -91,10 +85,10 @@ std::vector<std::string> lines_of(const std::string &text) {
 }
 
 /// Each line needs only begin as wanted.
-SessionAct drawn(const FileValue &value) {
+SessionAct drawn(const JsonValue &value) {
     std::vector<std::string> wanted;
     std::vector<std::string> places;
-    for (const FileValue &line : value.elements()) {
+    for (const JsonValue &line : value.elements()) {
         wanted.push_back(line.string());
         places.push_back(line.where());
     }

@@ -23,7 +23,7 @@ struct Word {
 };
 
 template <std::size_t N>
-int read_word(const FileValue &value, const Word (&words)[N]) {
+int read_word(const JsonValue &value, const Word (&words)[N]) {
     const std::string text = value.string();
     std::string list;
     for (const Word &word : words) {
@@ -33,7 +33,7 @@ int read_word(const FileValue &value, const Word (&words)[N]) {
     value.fail("must be one of " + list);
 }
 
-SessionAct zoom(const FileValue &value) {
+SessionAct zoom(const JsonValue &value) {
     if (value.is_number()) {
         const double percent = value.number(kMinPercent, kMaxPercent);
         return [=](SessionPlayer &player) {
@@ -52,7 +52,7 @@ SessionAct zoom(const FileValue &value) {
     };
 }
 
-SessionAct pan(const FileValue &value) {
+SessionAct pan(const JsonValue &value) {
     const auto [dx, dy] = value.pair(-kFarthestPan, kFarthestPan);
     return [=](SessionPlayer &player) {
         player.desk().viewport().pan_x += dx;
@@ -61,7 +61,7 @@ SessionAct pan(const FileValue &value) {
     };
 }
 
-SessionAct view(const FileValue &value) {
+SessionAct view(const JsonValue &value) {
     value.only({"size", "zoom", "corner", "stretch"});
     std::vector<std::function<void(Viewport &)>> changes;
     if (const auto size = value.find("size")) {
@@ -92,7 +92,7 @@ SessionAct view(const FileValue &value) {
     };
 }
 
-SessionAct fit(const FileValue &) {
+SessionAct fit(const JsonValue &) {
     return [](SessionPlayer &player) {
         Desk &desk = player.desk();
         desk.viewport().fit(desk.source_width(), desk.source_height());
@@ -100,7 +100,7 @@ SessionAct fit(const FileValue &) {
     };
 }
 
-SessionAct window(const FileValue &value) {
+SessionAct window(const JsonValue &value) {
     static constexpr Word kWindows[] = {{"comp", static_cast<int>(WindowKind::kComp)},
                                         {"layer", static_cast<int>(WindowKind::kLayer)}};
     const auto kind = static_cast<WindowKind>(read_word(value, kWindows));
@@ -110,18 +110,18 @@ SessionAct window(const FileValue &value) {
     };
 }
 
-SessionAct frame(const FileValue &value) {
+SessionAct frame(const JsonValue &value) {
     const std::int64_t number = value.integer(INT32_MIN, INT32_MAX);
     return [=](SessionPlayer &player) { player.desk().set_frame(number); };
 }
 
-SessionAct resolution(const FileValue &value) {
+SessionAct resolution(const JsonValue &value) {
     static constexpr Word kResolutions[] = {{"full", 1}, {"half", 2}, {"quarter", 4}};
     const int downsample = read_word(value, kResolutions);
     return [=](SessionPlayer &player) { player.desk().set_resolution(downsample); };
 }
 
-SessionAct options(const FileValue &value) {
+SessionAct options(const JsonValue &value) {
     const std::vector<OptionChange> changes = read_options(value, true);
     return [=](SessionPlayer &player) {
         for (const OptionChange &change : changes) change(player.session().options());
@@ -129,7 +129,7 @@ SessionAct options(const FileValue &value) {
     };
 }
 
-SessionAct render(const FileValue &) {
+SessionAct render(const JsonValue &) {
     return [](SessionPlayer &player) {
         PF_Err first = 0;
         player.skipped = false;
@@ -141,14 +141,14 @@ SessionAct render(const FileValue &) {
     };
 }
 
-SessionAct shot(const FileValue &value) {
+SessionAct shot(const JsonValue &value) {
     const std::string name = value.string();
     const bool plain = !name.empty() && name.find_first_of("/\\:.") == std::string::npos;
     if (!plain) value.fail("must be a name without folder and ending");
     return [=](SessionPlayer &player) { take_shot(player.desk(), player.output(), name); };
 }
 
-SessionAct note(const FileValue &value) {
+SessionAct note(const JsonValue &value) {
     value.string();
     return [](SessionPlayer &) {};
 }

@@ -1,5 +1,7 @@
 #include "stage/project/composite.h"
 
+#include <fmt/format.h>
+
 #include <utility>
 
 #include "stage/project/layer_raster.h"
@@ -69,10 +71,8 @@ Picture footage_picture(const Item &item, std::int64_t frame) {
     Picture picture = item.reader(still ? 0 : frame);
     check_picture(picture);
     if (picture.width != item.width || picture.height != item.height) {
-        throw PictureError(item.name + ": frame " + std::to_string(frame) + " is " +
-                           std::to_string(picture.width) + "x" + std::to_string(picture.height) +
-                           " instead of " + std::to_string(item.width) + "x" +
-                           std::to_string(item.height));
+        throw PictureError(fmt::format("{}: frame {} is {}x{} instead of {}x{}", item.name, frame,
+                                       picture.width, picture.height, item.width, item.height));
     }
     return picture;
 }

@@ -1,11 +1,13 @@
+#include <fmt/format.h>
+
 #include <fstream>
 #include <set>
 #include <sstream>
 
-#include "stage/project/json_value.h"
 #include "stage/project/kind_names.h"
 #include "stage/project/project_file.h"
 #include "stage/text/hex.h"
+#include "stage/text/json_value.h"
 #include "stage/text/utf8_path.h"
 
 namespace stage {
@@ -52,9 +54,8 @@ EffectState read_effect(const JsonValue &json) {
     const auto bytes = from_hex(flat.string());
     if (!bytes) flat.fail("expected hexadecimal bytes");
     effect.flat_sequence = *bytes;
-    const JsonValue streams = json["streams"];
-    for (std::size_t i = 0; i < streams.size(); ++i) {
-        effect.streams.push_back(read_stream(streams.at(i)));
+    for (const JsonValue &stream : json["streams"].elements()) {
+        effect.streams.push_back(read_stream(stream));
     }
     return effect;
 }
@@ -73,16 +74,15 @@ Layer read_layer(const JsonValue &json) {
     layer.opacity = json["opacity"].number();
     layer.position_expression = json["position_expression"].string();
     layer.separated_position = json["separated_position"].boolean();
-    const JsonValue effects = json["effects"];
-    for (std::size_t i = 0; i < effects.size(); ++i) {
-        layer.effects.push_back(read_effect(effects.at(i)));
+    for (const JsonValue &effect : json["effects"].elements()) {
+        layer.effects.push_back(read_effect(effect));
     }
     return layer;
 }
 
 void read_footage(const JsonValue &json, Item &item, const std::filesystem::path &base) {
-    if (json.has("chart")) {
-        item.chart = json["chart"].string();
+    if (const auto chart = json.find("chart")) {
+        item.chart = chart->string();
         return;
     }
     item.path = json["path"].string();
@@ -101,9 +101,8 @@ Item read_item(const JsonValue &json, const std::filesystem::path &base) {
     read_ratio(json["frame_rate"], &item.rate_num, &item.rate_den);
     item.frames = json["frames"].integer(1, INT32_MAX);
     if (item.kind == ItemKind::kComp) {
-        const JsonValue layers = json["layers"];
-        for (std::size_t i = 0; i < layers.size(); ++i) {
-            item.layers.push_back(read_layer(layers.at(i)));
+        for (const JsonValue &layer : json["layers"].elements()) {
+            item.layers.push_back(read_layer(layer));
         }
     } else if (item.kind == ItemKind::kSolid) {
         for (std::size_t i = 0; i < 4; ++i) item.color[i] = json["color"].at(i).number();
@@ -116,20 +115,21 @@ Item read_item(const JsonValue &json, const std::filesystem::path &base) {
 void open_footage(Item &item, const JsonValue &json, const FootageOpener &open) {
     const bool placed = !item.path.empty() || !item.chart.empty();
     if (item.kind != ItemKind::kFootage || !open || !placed) return;
+    OpenedFootage opened;
     try {
-        OpenedFootage opened = open({item.path, item.chart, item.width, item.height});
-        const bool sides = opened.width >= 1 && opened.width <= kMaxPictureSide &&
-                           opened.height >= 1 && opened.height <= kMaxPictureSide;
-        if (!sides || opened.frames < 1) json.fail("the footage is empty or too large");
-        item.width = opened.width;
-        item.height = opened.height;
-        item.frames = opened.frames;
-        item.reader = std::move(opened.reader);
+        opened = open({item.path, item.chart, item.width, item.height});
     } catch (const ProjectError &) {
         throw;
     } catch (const std::exception &error) {
         json.fail(error.what());
     }
+    const bool sides = opened.width >= 1 && opened.width <= kMaxPictureSide && opened.height >= 1 &&
+                       opened.height <= kMaxPictureSide;
+    if (!sides || opened.frames < 1) json.fail("the footage is empty or too large");
+    item.width = opened.width;
+    item.height = opened.height;
+    item.frames = opened.frames;
+    item.reader = std::move(opened.reader);
 }
 
 /// The checks that need the whole file: ids used once and below next_id, sources that exist.
@@ -181,7 +181,8 @@ void check_comps(const Project &project, const JsonValue &json) {
 
 ProjectData read_project(const JsonValue &json, const std::filesystem::path &base,
                          const FootageOpener &open) {
-    if (!json.has("format") || json["format"].string() != kProjectFormat) {
+    const auto format = json.is_object() ? json.find("format") : std::nullopt;
+    if (!format || format->string() != kProjectFormat) {
         json.fail("this is not a project file of the stage");
     }
     if (json["version"].integer(0, kMaxId) != kProjectVersion) {
@@ -190,17 +191,27 @@ ProjectData read_project(const JsonValue &json, const std::filesystem::path &bas
     ProjectData data;
     data.next_id = json["next_id"].number32(1, kMaxId);
     data.active_comp = json["active_comp"].number32(0, kMaxId);
-    const JsonValue items = json["items"];
-    for (std::size_t i = 0; i < items.size(); ++i) {
-        data.items.push_back(read_item(items.at(i), base));
-    }
+    const std::vector<JsonValue> items = json["items"].elements();
+    for (const JsonValue &item : items) data.items.push_back(read_item(item, base));
     check_references(data, json);
     Project probe;
     probe.restore(data);
     probe.active_comp = data.active_comp;
     check_comps(probe, json);
-    for (std::size_t i = 0; i < items.size(); ++i) open_footage(data.items[i], items.at(i), open);
+    for (std::size_t i = 0; i < items.size(); ++i) open_footage(data.items[i], items[i], open);
     return data;
+}
+
+/// "PATH: reason", as project files have always been refused.
+std::string complaint(const JsonFault &fault) {
+    using Kind = JsonFault::Kind;
+    if (fault.kind == Kind::kSyntax) return fmt::format("no valid JSON at byte {}", fault.byte);
+    if (fault.kind == Kind::kMissing) return member_path(fault.path, fault.text) + ": is missing";
+    const std::string place = fault.path.empty() ? "" : fault.path + ": ";
+    const std::string range = fault.low + ".." + fault.high;
+    if (fault.kind == Kind::kNotWhole) return place + "expected a whole number " + range;
+    if (fault.kind == Kind::kOutside) return place + "is outside " + range;
+    return place + reason_text(fault);
 }
 
 }  // namespace
@@ -208,10 +219,10 @@ ProjectData read_project(const JsonValue &json, const std::filesystem::path &bas
 void project_from_text(Project &project, const std::string &text, const std::string &what,
                        const std::filesystem::path &base, const FootageOpener &open) {
     try {
-        const nlohmann::json json = nlohmann::json::parse(text);
-        project.restore(read_project(JsonValue(json, ""), base, open));
-    } catch (const nlohmann::json::parse_error &error) {
-        throw ProjectError(what + ": no valid JSON at byte " + std::to_string(error.byte));
+        const JsonDocument document(text, what, JsonDocument::Lines::kNotCounted);
+        project.restore(read_project(document.root(), base, open));
+    } catch (const JsonError &error) {
+        throw ProjectError(what + ": " + complaint(error.fault()));
     } catch (const std::exception &error) {
         throw ProjectError(what + ": " + error.what());
     }

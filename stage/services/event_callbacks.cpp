@@ -5,8 +5,7 @@
 #include <string>
 
 #include "hostapi/constants.h"
-#include "stage/host/host.h"
-#include "stage/host/host_call.h"
+#include "stage/host/call_table.h"
 
 namespace stage {
 namespace {
@@ -26,61 +25,59 @@ std::string describe(const PF_FixedPoint &point) {
            ")";
 }
 
-/// One conversion: `convert(conversion, x, y)` changes pixels in place and returns a code.
-template <class Convert>
-PF_Err convert_point(const char *name, void *refcon, PF_ContextH context, PF_FixedPoint *point,
-                     Convert convert) {
-    HostCall call(name);
-    if (call.traced() && point != nullptr) call.arguments(describe(*point));
-    if (call.must_fail()) return call.result(call.error());
-    auto *conversion = static_cast<EventConversion *>(refcon);
+/// One conversion: kConvert changes pixels in place and returns a code.
+using Conversion = PF_Err(const EventConversion &by, double &x, double &y);
+template <Conversion kConvert>
+PF_Err convert_point(HostCall &call, void *refcon, PF_ContextH context, PF_FixedPoint *point) {
+    const auto *conversion = static_cast<const EventConversion *>(refcon);
     if (conversion == nullptr || conversion->context != context || point == nullptr) {
-        call.host().strict.report("event.context", call.command(),
-                                  std::string(name) + " without this event's context and refcon");
-        return call.result(PF_Err_BAD_CALLBACK_PARAM);
+        call.report("event.context",
+                    std::string(call.name()) + " without this event's context and refcon");
+        return PF_Err_BAD_CALLBACK_PARAM;
     }
     double x = point->x / kFixedOne;
     double y = point->y / kFixedOne;
-    const PF_Err error = convert(*conversion, x, y);
+    const PF_Err error = kConvert(*conversion, x, y);
     if (error == 0) *point = {to_fixed(x), to_fixed(y)};
-    return call.result(error);
+    return error;
+}
+std::string describe_point(void *, PF_ContextH, PF_FixedPoint *point) {
+    return point != nullptr ? describe(*point) : "";
 }
 
-PF_Err layer_to_comp(void *refcon, PF_ContextH context, A_long, A_long, PF_FixedPoint *point) {
-    return convert_point("event.layer_to_comp", refcon, context, point,
-                         [](const EventConversion &by, double &x, double &y) -> PF_Err {
-                             x = by.layer.comp_x(x);
-                             y = by.layer.comp_y(y);
-                             return PF_Err_NONE;
-                         });
+/// The same at a time, which makes no difference: nothing here moves.
+template <Conversion kConvert>
+PF_Err convert_at(HostCall &call, void *refcon, PF_ContextH context, A_long, A_long,
+                  PF_FixedPoint *point) {
+    return convert_point<kConvert>(call, refcon, context, point);
+}
+std::string describe_at(void *, PF_ContextH, A_long, A_long, PF_FixedPoint *point) {
+    return point != nullptr ? describe(*point) : "";
 }
 
-PF_Err comp_to_layer(void *refcon, PF_ContextH context, A_long, A_long, PF_FixedPoint *point) {
-    return convert_point("event.comp_to_layer", refcon, context, point,
-                         [](const EventConversion &by, double &x, double &y) -> PF_Err {
-                             if (!by.layer.invertible()) return A_Err_PARAMETER;
-                             x = by.layer.layer_x(x);
-                             y = by.layer.layer_y(y);
-                             return PF_Err_NONE;
-                         });
+PF_Err layer_to_comp(const EventConversion &by, double &x, double &y) {
+    x = by.layer.comp_x(x);
+    y = by.layer.comp_y(y);
+    return PF_Err_NONE;
 }
 
-PF_Err source_to_frame(void *refcon, PF_ContextH context, PF_FixedPoint *point) {
-    return convert_point("event.source_to_frame", refcon, context, point,
-                         [](const EventConversion &by, double &x, double &y) -> PF_Err {
-                             x = by.viewport.window_x(x);
-                             y = by.viewport.window_y(y);
-                             return PF_Err_NONE;
-                         });
+PF_Err comp_to_layer(const EventConversion &by, double &x, double &y) {
+    if (!by.layer.invertible()) return A_Err_PARAMETER;
+    x = by.layer.layer_x(x);
+    y = by.layer.layer_y(y);
+    return PF_Err_NONE;
 }
 
-PF_Err frame_to_source(void *refcon, PF_ContextH context, PF_FixedPoint *point) {
-    return convert_point("event.frame_to_source", refcon, context, point,
-                         [](const EventConversion &by, double &x, double &y) -> PF_Err {
-                             x = by.viewport.source_x(x);
-                             y = by.viewport.source_y(y);
-                             return PF_Err_NONE;
-                         });
+PF_Err source_to_frame(const EventConversion &by, double &x, double &y) {
+    x = by.viewport.window_x(x);
+    y = by.viewport.window_y(y);
+    return PF_Err_NONE;
+}
+
+PF_Err frame_to_source(const EventConversion &by, double &x, double &y) {
+    x = by.viewport.source_x(x);
+    y = by.viewport.source_y(y);
+    return PF_Err_NONE;
 }
 
 /// Row-vector matrix of p -> (p - from) * scale + to.
@@ -94,50 +91,56 @@ PF_FloatMatrix matrix_of(double scale_x, double scale_y, double move_x, double m
     return matrix;
 }
 
-PF_Err get_comp2layer_xform(void *refcon, PF_ContextH, A_long, A_long, A_long *exists,
-                            PF_FloatMatrix *matrix) {
-    HostCall call("event.get_comp2layer_xform");
-    if (call.must_fail()) return call.result(call.error());
-    if (refcon == nullptr || exists == nullptr || matrix == nullptr) {
-        return call.result(PF_Err_BAD_CALLBACK_PARAM);
-    }
+PF_Err get_comp2layer_xform(HostCall &, void *refcon, PF_ContextH, A_long, A_long, A_long &exists,
+                            PF_FloatMatrix &matrix) {
+    if (refcon == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
     const LayerMap &map = static_cast<EventConversion *>(refcon)->layer;
-    *exists = map.invertible() ? 1 : 0;
+    exists = map.invertible() ? 1 : 0;
     if (map.invertible()) {
-        *matrix = matrix_of(1 / map.scale_x, 1 / map.scale_y, map.layer_x(0), map.layer_y(0));
+        matrix = matrix_of(1 / map.scale_x, 1 / map.scale_y, map.layer_x(0), map.layer_y(0));
     }
-    return call.result(PF_Err_NONE);
+    return PF_Err_NONE;
 }
 
-PF_Err get_layer2comp_xform(void *refcon, PF_ContextH, A_long, A_long, PF_FloatMatrix *matrix) {
-    HostCall call("event.get_layer2comp_xform");
-    if (call.must_fail()) return call.result(call.error());
-    if (refcon == nullptr || matrix == nullptr) return call.result(PF_Err_BAD_CALLBACK_PARAM);
+PF_Err get_layer2comp_xform(HostCall &, void *refcon, PF_ContextH, A_long, A_long,
+                            PF_FloatMatrix &matrix) {
+    if (refcon == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
     const LayerMap &map = static_cast<EventConversion *>(refcon)->layer;
-    *matrix = matrix_of(map.scale_x, map.scale_y, map.comp_x(0), map.comp_y(0));
-    return call.result(PF_Err_NONE);
+    matrix = matrix_of(map.scale_x, map.scale_y, map.comp_x(0), map.comp_y(0));
+    return PF_Err_NONE;
 }
 
-PF_Err info_draw_color(void *, PF_Pixel) {
-    HostCall call("event.info_draw_color");
-    return call.result(call.must_fail() ? call.error() : PF_Err{PF_Err_NONE});
+PF_Err info_draw_color(HostCall &, void *, PF_Pixel) {
+    return PF_Err_NONE;
 }
 
-PF_Err info_draw_text(void *, const A_char *first, const A_char *second) {
-    HostCall call("event.info_draw_text");
-    if (call.traced()) {
-        call.arguments(std::string(first != nullptr ? first : "") + "; " +
-                       (second != nullptr ? second : ""));
-    }
-    return call.result(call.must_fail() ? call.error() : PF_Err{PF_Err_NONE});
+PF_Err info_draw_text(HostCall &, void *, const A_char *, const A_char *) {
+    return PF_Err_NONE;
+}
+std::string describe_text(void *, const A_char *first, const A_char *second) {
+    return std::string(first != nullptr ? first : "") + "; " + (second != nullptr ? second : "");
+}
+
+constexpr auto make_table() {
+    CallTable<PF_EventCallbacks, "event"> table;
+    KS_SERVE(layer_to_comp, convert_at<layer_to_comp>, describe_at);
+    KS_SERVE(comp_to_layer, convert_at<comp_to_layer>, describe_at);
+    KS_SERVE(get_comp2layer_xform, get_comp2layer_xform);
+    KS_SERVE(get_layer2comp_xform, get_layer2comp_xform);
+    KS_SERVE(source_to_frame, convert_point<source_to_frame>, describe_point);
+    KS_SERVE(frame_to_source, convert_point<frame_to_source>, describe_point);
+    KS_SERVE(info_draw_color, info_draw_color);
+    KS_SERVE(info_draw_text, info_draw_text, describe_text);
+    return table;
 }
 
 }  // namespace
 
 PF_EventCallbacks event_callbacks(EventConversion &conversion) {
-    return {&conversion,          layer_to_comp,        comp_to_layer,
-            get_comp2layer_xform, get_layer2comp_xform, source_to_frame,
-            frame_to_source,      info_draw_color,      info_draw_text};
+    static constexpr auto kTable = make_table();
+    PF_EventCallbacks callbacks = kTable.get();
+    callbacks.refcon = &conversion;
+    return callbacks;
 }
 
 }  // namespace stage

@@ -4,8 +4,9 @@
 #include <cstddef>
 #include <nlohmann/json.hpp>
 #include <set>
-#include <stdexcept>
 #include <vector>
+
+#include "stage/text/json_error.h"
 
 namespace stage {
 namespace {
@@ -96,7 +97,7 @@ class Walk {
         if (levels_.empty()) return "";
         const Level &level = levels_.back();
         if (level.list) return level.path + "[" + std::to_string(level.next) + "]";
-        return level.path.empty() ? level.key : level.path + "." + level.key;
+        return member_path(level.path, level.key);
     }
 
     /// Notes that a value begins here.
@@ -108,8 +109,7 @@ class Walk {
     }
 
     [[noreturn]] void refuse(const std::string &path, const char *reason) const {
-        throw std::runtime_error("line " + std::to_string(line_) + ": " +
-                                 (path.empty() ? "" : path + ": ") + reason);
+        throw JsonError({.path = path, .line = line_, .text = reason});
     }
 
     const std::string &text_;

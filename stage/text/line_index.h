@@ -12,8 +12,8 @@ class LineIndex {
     /// Deeper nesting than any file needs; a limit keeps paths short.
     static constexpr std::size_t kMaxDepth = 64;
 
-    /// `text` must be valid JSON. Throws std::runtime_error "line N: PATH: reason" when an object
-    /// has a member twice (of which a parser would drop one), or values are nested too deeply.
+    /// `text` must be valid JSON. Throws JsonError when an object has a member twice (of which
+    /// a parser would drop one), or values are nested too deeply.
     explicit LineIndex(const std::string &text);
 
     /// Line of the value at `path`, 1-based; for a path that is not there, that of the innermost

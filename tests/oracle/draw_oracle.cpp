@@ -2,10 +2,24 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 #include "oracle/pixel_oracle.h"
 
 namespace ks::oracle {
+namespace {
+
+// The pixels of a line from (x0, y0) to (x1, y1), both ends drawn, that lie in the picture: lines
+// may be as long as an int can say.
+Rect seen_part(const Image &image, int x0, int y0, int x1, int y1) {
+    const auto end = [](int a, int b, int size) {
+        return static_cast<int>(std::min<std::int64_t>(std::int64_t{std::max(a, b)} + 1, size));
+    };
+    return {std::max(std::min(x0, x1), 0), std::max(std::min(y0, y1), 0), end(x0, x1, image.width),
+            end(y0, y1, image.height)};
+}
+
+}  // namespace
 
 void plot(Image &image, int x, int y, const Colour &colour, int mode) {
     if (!contains(image, x, y)) return;
@@ -44,8 +58,9 @@ void plot_fractional(Image &image, double p, int y, const Colour &colour, int mo
 
 void draw_line(Image &image, int x0, int y0, int x1, int y1, const Colour &colour, int mode) {
     if (x0 != x1 && y0 != y1) return;
-    for (int y = std::min(y0, y1); y <= std::max(y0, y1); ++y) {
-        for (int x = std::min(x0, x1); x <= std::max(x0, x1); ++x) plot(image, x, y, colour, mode);
+    const Rect seen = seen_part(image, x0, y0, x1, y1);
+    for (int y = seen.top; y < seen.bottom; ++y) {
+        for (int x = seen.left; x < seen.right; ++x) plot(image, x, y, colour, mode);
     }
 }
 
@@ -53,11 +68,13 @@ void draw_dashed_line(Image &image, int x0, int y0, int x1, int y1, int dash, in
                       const Colour &colour, int mode) {
     if ((x0 != x1 && y0 != y1) || dash <= 0) return;
     const int period = dash + std::max(gap, 0);
-    int step = 0;
-    for (int y = std::min(y0, y1); y <= std::max(y0, y1); ++y) {
-        for (int x = std::min(x0, x1); x <= std::max(x0, x1); ++x) {
+    const Rect seen = seen_part(image, x0, y0, x1, y1);
+    for (int y = seen.top; y < seen.bottom; ++y) {
+        for (int x = seen.left; x < seen.right; ++x) {
+            // One of the two is 0: the line runs along one axis.
+            const std::int64_t step =
+                (std::int64_t{x} - std::min(x0, x1)) + (std::int64_t{y} - std::min(y0, y1));
             if (step % period < dash) plot(image, x, y, colour, mode);
-            ++step;
         }
     }
 }

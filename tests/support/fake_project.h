@@ -1,4 +1,5 @@
-// The project side of the fake host: one composition with layers, names, sizes and scripts.
+// The project side of the fake host: the effect's layer, its composition, and scripts. What set-up
+// does to the layers around it is tested on the stage; here are answers that no project gives.
 #pragma once
 
 #include <deque>
@@ -12,23 +13,14 @@ namespace fake {
 struct Item {
     A_long width = 0;
     A_long height = 0;
-    A_Time length{0, 1};
 };
 
 struct Layer {
     AEGP_LayerFlags flags = AEGP_LayerFlag_VIDEO_ACTIVE;
     Item *source = nullptr;  ///< none for text, shapes, cameras
-    std::u16string name;
-    std::u16string source_name;
 };
 
-/// A layer handle as given out: dead once the number of layers has changed.
-struct Ticket {
-    Layer *layer;
-    int generation;
-};
-
-/// Serves the AEGP suites for one composition; layer 0 is at the top.
+/// Serves the AEGP suites for one layer in one composition.
 class FakeProject {
   public:
     explicit FakeProject(FakeHost &host) : host_(host) {
@@ -51,28 +43,20 @@ class FakeProject {
         return project;
     }
 
-    Item comp{1920, 1080, {250, 25}};
+    Item comp{1920, 1080};
     bool has_comp = true;
     bool has_effect_layer = true;
-    std::vector<Layer *> stack;
     Layer *effect_layer = nullptr;
     std::vector<std::string> scripts;
     bool script_gives_result = true;
-    std::vector<std::u16string> solid_names;
-    AEGP_ColorVal solid_color{};
-    A_Time solid_length{};
 
-    /// Adds a layer at the bottom, with a source of the given size unless the width is 0.
-    Layer &add(AEGP_LayerFlags flags, A_long width, A_long height, std::u16string name = {}) {
+    /// A layer with a source of the given size.
+    Layer &add(AEGP_LayerFlags flags, A_long width, A_long height) {
         layers_.push_back({});
         Layer &layer = layers_.back();
         layer.flags = flags;
-        layer.name = std::move(name);
-        if (width > 0) {
-            items_.push_back({width, height, {0, 1}});
-            layer.source = &items_.back();
-        }
-        stack.push_back(&layer);
+        items_.push_back({width, height});
+        layer.source = &items_.back();
         return layer;
     }
 
@@ -86,29 +70,13 @@ class FakeProject {
     FakeHost &host_;
     std::deque<Layer> layers_;
     std::deque<Item> items_;
-    std::deque<Ticket> tickets_;
-    int generation_ = 0;
 
     static A_Err step(const std::string &what) { return current()->host_.calls.step(what); }
 
-    AEGP_LayerH ticket(Layer *layer) {
-        tickets_.push_back({layer, generation_});
-        return reinterpret_cast<AEGP_LayerH>(&tickets_.back());
-    }
+    static AEGP_LayerH handle_of(Layer *layer) { return reinterpret_cast<AEGP_LayerH>(layer); }
     Layer *layer_of(AEGP_LayerH handle) {
-        for (const Ticket &ticket : tickets_) {
-            if (static_cast<const void *>(&ticket) != static_cast<const void *>(handle)) continue;
-            if (ticket.generation != generation_) host_.calls.blame("stale layer handle");
-            return ticket.layer;
-        }
-        host_.calls.blame("no layer handle");
-        return nullptr;
-    }
-    A_long index_of(const Layer *layer) const {
-        for (std::size_t i = 0; i < stack.size(); ++i) {
-            if (stack[i] == layer) return static_cast<A_long>(i);
-        }
-        return -1;
+        if (handle != handle_of(effect_layer)) host_.calls.blame("not the effect's layer");
+        return effect_layer;
     }
     AEGP_CompH comp_handle() { return reinterpret_cast<AEGP_CompH>(&comp); }
     AEGP_MemHandle text_handle(const std::u16string &name) {
@@ -122,7 +90,7 @@ class FakeProject {
         pf_interface.AEGP_GetEffectLayer = [](PF_ProgPtr, AEGP_LayerH *layer) {
             FakeProject &p = *current();
             const A_Err error = step("GetEffectLayer");
-            if (error == 0 && p.has_effect_layer) *layer = p.ticket(p.effect_layer);
+            if (error == 0 && p.has_effect_layer) *layer = handle_of(p.effect_layer);
             return error;
         };
         layer_suite.AEGP_GetLayerFlags = [](AEGP_LayerH layer, AEGP_LayerFlags *flags) {
@@ -147,41 +115,6 @@ class FakeProject {
             }
             return error;
         };
-        layer_suite.AEGP_GetCompNumLayers = [](AEGP_CompH, A_long *count) {
-            const A_Err error = step("GetCompNumLayers");
-            if (error == 0) *count = static_cast<A_long>(current()->stack.size());
-            return error;
-        };
-        layer_suite.AEGP_GetCompLayerByIndex = [](AEGP_CompH, A_long index, AEGP_LayerH *layer) {
-            const A_Err error = step(text("GetCompLayerByIndex", index));
-            if (error == 0) {
-                *layer = current()->ticket(current()->stack.at(static_cast<std::size_t>(index)));
-            }
-            return error;
-        };
-        layer_suite.AEGP_GetLayerIndex = [](AEGP_LayerH layer, A_long *index) {
-            const A_Err error = step("GetLayerIndex");
-            if (error == 0) *index = current()->index_of(current()->layer_of(layer));
-            return error;
-        };
-        layer_suite.AEGP_GetLayerName = [](AEGP_PluginID, AEGP_LayerH layer, AEGP_MemHandle *name,
-                                           AEGP_MemHandle *source_name) {
-            FakeProject &p = *current();
-            const A_Err error = step("GetLayerName");
-            if (error != 0) return error;
-            *name = p.text_handle(p.layer_of(layer)->name);
-            *source_name = p.text_handle(p.layer_of(layer)->source_name);
-            return error;
-        };
-        layer_suite.AEGP_ReorderLayer = [](AEGP_LayerH layer, A_long index) {
-            FakeProject &p = *current();
-            const A_Err error = step(text("ReorderLayer", index));
-            if (error != 0) return error;
-            Layer *moved = p.layer_of(layer);
-            p.stack.erase(p.stack.begin() + p.index_of(moved));
-            p.stack.insert(p.stack.begin() + index, moved);
-            return error;
-        };
     }
 
     void fill_other_suites() {
@@ -190,34 +123,12 @@ class FakeProject {
             if (error == 0) *item = reinterpret_cast<AEGP_ItemH>(&current()->comp);
             return error;
         };
-        comp_suite.AEGP_CreateSolidInComp = [](const A_UTF16Char *name, A_long width, A_long height,
-                                               const AEGP_ColorVal *color, AEGP_CompH,
-                                               const A_Time *length, AEGP_LayerH *solid) {
-            FakeProject &p = *current();
-            const A_Err error = step("CreateSolidInComp");
-            if (error != 0) return error;
-            p.solid_names.push_back(name);
-            p.solid_color = *color;
-            p.solid_length = *length;
-            Layer &layer = p.add(AEGP_LayerFlag_VIDEO_ACTIVE, width, height);
-            layer.source_name = name;
-            p.stack.pop_back();
-            p.stack.insert(p.stack.begin(), &layer);
-            ++p.generation_;
-            *solid = p.ticket(&layer);
-            return error;
-        };
         item_suite.AEGP_GetItemDimensions = [](AEGP_ItemH item, A_long *width, A_long *height) {
             const A_Err error = step("GetItemDimensions");
             if (error != 0) return error;
             if (item == nullptr) return A_Err_PARAMETER;
             *width = reinterpret_cast<Item *>(item)->width;
             *height = reinterpret_cast<Item *>(item)->height;
-            return error;
-        };
-        item_suite.AEGP_GetItemDuration = [](AEGP_ItemH item, A_Time *length) {
-            const A_Err error = step("GetItemDuration");
-            if (error == 0) *length = reinterpret_cast<Item *>(item)->length;
             return error;
         };
         memory_suite.AEGP_LockMemHandle = [](AEGP_MemHandle handle, void **data) {

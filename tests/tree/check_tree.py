@@ -6,11 +6,12 @@ import sys
 import documented
 import includes
 import links
+import reaches
 import sizes
 import words
 
-CHECKS = {"documented": documented, "includes": includes, "links": links, "words": words,
-          "sizes": sizes}
+CHECKS = {"documented": documented, "includes": includes, "links": links, "reaches": reaches,
+          "sizes": sizes, "words": words}
 
 
 def main():

@@ -7,6 +7,7 @@ import unittest
 import documented
 import includes
 import links
+import reaches
 import sizes
 import words
 
@@ -201,6 +202,22 @@ class Links(TreeTest):
         self.write("build/page.md", "[a](gone.md)\n")
         self.write("build/there.md", "")
         self.assertEqual(self.check("[a](../build/there.md)"), ["docs/page.md:1"])
+
+
+class Reaches(TreeTest):
+    def check(self, path, text):
+        self.write(path, "void act() {\n    " + text + "\n}\n")
+        return [line.split(": ")[0] for line in self.found(reaches)]
+
+    def test_finds_users_of_a_session_that_take_hold_of_its_host(self):
+        for text in ("session_.host.undo.clear();", "use(desk.session().host);",
+                     "session.host.strict.clear();", "session->host.messages.clear();"):
+            with self.subTest(text):
+                self.assertEqual(self.check("stage/desk/desk.cpp", text), ["stage/desk/desk.cpp:2"])
+
+    def test_accepts_questions_and_those_who_may(self):
+        self.assertEqual(self.check("apps/verbs/run.cpp", "session.host_options(); host.start();"), [])
+        self.assertEqual(self.check("tests/stage/desk_test.cpp", "session.host.strict.clear();"), [])
 
 
 class Words(TreeTest):

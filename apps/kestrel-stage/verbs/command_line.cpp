@@ -4,29 +4,23 @@
 #include <windows.h>
 // shellapi.h needs windows.h before it.
 #include <shellapi.h>
+
+#include <string_view>
+
+#include "stage/text/utf16.h"
 #endif
 
 namespace stage_cli {
 
 #ifdef _WIN32
-namespace {
-
-std::string to_utf8(const wchar_t *text) {
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    if (size <= 1) return {};
-    std::string result(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, result.data(), size, nullptr, nullptr);
-    result.pop_back();
-    return result;
-}
-
-}  // namespace
-
 std::vector<std::string> command_line_words(int, char **) {
     int count = 0;
     LPWSTR *wide = CommandLineToArgvW(GetCommandLineW(), &count);
     std::vector<std::string> words;
-    for (int i = 1; i < count; ++i) words.push_back(to_utf8(wide[i]));
+    for (int i = 1; i < count; ++i) {
+        const std::wstring_view word(wide[i]);
+        words.push_back(stage::utf8_from_utf16({word.begin(), word.end()}));
+    }
     LocalFree(wide);
     return words;
 }

@@ -1,3 +1,5 @@
+#include <fmt/format.h>
+
 #include <cstdio>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -51,12 +53,11 @@ void print_json(const ParamCatalog &catalog) {
 }
 
 std::string limits_text(const ParamInfo &info) {
-    char text[64] = "";
+    std::string result;
     if (info.def.param_type == PF_Param_FLOAT_SLIDER) {
-        std::snprintf(text, sizeof text, "%g to %g", double{info.def.u.fs_d.valid_min},
-                      double{info.def.u.fs_d.valid_max});
+        const PF_FloatSliderDef &slider = info.def.u.fs_d;
+        result = fmt::format("{:g} to {:g}", double{slider.valid_min}, double{slider.valid_max});
     }
-    std::string result = text;
     if (info.def.param_type == PF_Param_POPUP) {
         for (int choice = 1; choice <= static_cast<int>(info.choices.size()); ++choice) {
             if (info.is_separator(choice)) continue;

@@ -11,6 +11,7 @@
 #include "kestrel-stage/verbs/job_text.h"
 #include "kestrel-stage/verbs/plugin_choice.h"
 #include "kestrel-stage/verbs/progress.h"
+#include "stage/desk/panel/typed_value.h"
 #include "stage/image/codecs/picture_io.h"
 #include "stage/image/frame_pattern.h"
 #include "stage/image/frame_range.h"
@@ -93,27 +94,6 @@ Subject load_subject(Session &session, const RenderJob &job) {
     return {effect, 0, session.project().comp_of(effect->layer)->frames};
 }
 
-void apply_settings(Session &session, const Subject &subject,
-                    const std::vector<std::string> &settings) {
-    const ParamCatalog &catalog = session.plugin.catalog;
-    const Layer *layer = session.project().layer(subject.effect->layer);
-    const Item *source = session.project().item(layer->source);
-    for (const std::string &setting : settings) {
-        const std::size_t equals = setting.find('=');
-        if (equals == std::string::npos) {
-            throw std::runtime_error("\"" + setting + "\" is wrong: --set takes NAME=VALUE");
-        }
-        const int index = catalog.find(setting.substr(0, equals));
-        const ParamValue value =
-            catalog.parse(index, setting.substr(equals + 1), source->width, source->height);
-        const PF_Err error = session.set_value(*subject.effect, index, value);
-        if (error != 0) {
-            throw std::runtime_error("setting \"" + catalog.at(index).path +
-                                     "\" failed with error " + std::to_string(error));
-        }
-    }
-}
-
 FrameRange range_of(const RenderJob &job, const Subject &subject) {
     const int first = static_cast<int>(subject.first_frame);
     const int last = static_cast<int>(subject.first_frame + subject.frames) - 1;
@@ -184,7 +164,7 @@ int run_render(const RenderJob &job, bool trace) {
     session.start();
     const Subject subject =
         from_project ? load_subject(session, job) : build_subject(session, job, footage);
-    apply_settings(session, subject, job.settings);
+    for (const std::string &setting : job.settings) assign(session, *subject.effect, setting);
     const FrameRange range = range_of(job, subject);
     check_output(job, range);
     {

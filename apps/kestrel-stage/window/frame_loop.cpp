@@ -48,17 +48,13 @@ FrameLoop::FrameLoop(WindowActs &acts, Window &window, const ViewOptions &option
       controls_(acts),
       menus_(acts) {}
 
-bool FrameLoop::pane_is_free() const {
-    return !popup_open_;
-}
-
 void FrameLoop::take_move() {
     if (!pending_move_) return;
     mouse_x_ = static_cast<float>(pending_move_->x);
     mouse_y_ = static_cast<float>(pending_move_->y);
     mouse_inside_ = true;
     const bool held_by_widget = buttons_[0] && !pane_.holds_mouse();
-    pane_.move(pending_move_->x, pending_move_->y, pane_is_free() && !held_by_widget);
+    pane_.move(pending_move_->x, pending_move_->y, !popup_open_ && !held_by_widget);
     pending_move_.reset();
 }
 
@@ -70,7 +66,7 @@ void FrameLoop::take_button(const SDL_MouseButtonEvent &button) {
     buttons_[button_place(button.button)] = down;
     if (down) {
         if (pane_.area().contains(button.x, button.y)) acts_.settle_edits(false);
-        pane_.press(button.x, button.y, button.button, button.clicks, space_down_, pane_is_free());
+        pane_.press(button.x, button.y, button.button, button.clicks, space_down_, !popup_open_);
         // A number that is being typed is done with a press beside it.
         if (pane_.holds_mouse()) ImGui::SetWindowFocus(nullptr);
     } else {
@@ -110,8 +106,8 @@ bool FrameLoop::take_event(const Event &event) {
         case SDL_MOUSEWHEEL: {
             const int x = static_cast<int>(mouse_x_);
             const int y = static_cast<int>(mouse_y_);
-            if (pane_.area().contains(x, y) && pane_is_free()) {
-                pane_.wheel(x, y, double{event.wheel.preciseY}, true);
+            if (pane_.area().contains(x, y) && !popup_open_) {
+                pane_.wheel(x, y, double{event.wheel.preciseY});
             } else {
                 ImGui_ImplSDL2_ProcessEvent(&event);
             }

@@ -38,7 +38,6 @@ class FrameLoop {
     void draw_widgets();
     void choose_cursor();
     void settled();
-    bool pane_is_free() const;
 
     WindowActs &acts_;
     Window &window_;

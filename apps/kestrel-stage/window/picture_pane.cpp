@@ -67,8 +67,8 @@ void PicturePane::release(int x, int y, int button) {
     }
 }
 
-void PicturePane::wheel(int x, int y, double steps, bool free) {
-    if (!free || !area_.contains(x, y) || steps == 0) return;
+void PicturePane::wheel(int x, int y, double steps) {
+    if (steps == 0) return;
     const double zoom = acts_.desk().viewport().zoom * std::pow(kWheelZoom, steps);
     acts_.zoom_to(zoom, x - area_.x, y - area_.y);
 }

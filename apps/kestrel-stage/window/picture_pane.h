@@ -31,7 +31,8 @@ class PicturePane {
     void press(int x, int y, int button, int clicks, bool space_down, bool free);
     void move(int x, int y, bool free);
     void release(int x, int y, int button);
-    void wheel(int x, int y, double steps, bool free);
+    /// The point is in the pane and free.
+    void wheel(int x, int y, double steps);
     void leave();
     /// The pane has the mouse: a press in it is still held.
     bool holds_mouse() const { return holder_ != Holder::kNone; }

@@ -1,77 +1,18 @@
 #include "kestrel-stage/window/report.h"
 
-#include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "stage/desk/panel/panel_json.h"
 #include "stage/effect/effect_instance.h"
 
 namespace stage_view {
 namespace {
 
 using nlohmann::ordered_json;
-using stage::PanelEntry;
-using Kind = PanelEntry::Kind;
-
-const char *kind_name(Kind kind) {
-    switch (kind) {
-        case Kind::kGroup:
-            return "group";
-        case Kind::kSlider:
-            return "slider";
-        case Kind::kPopup:
-            return "popup";
-        case Kind::kCheckbox:
-            return "checkbox";
-        case Kind::kColor:
-            return "color";
-        case Kind::kPoint:
-            return "point";
-        case Kind::kLayer:
-            return "layer";
-    }
-    return "";
-}
-
-ordered_json value_json(const PanelEntry &entry) {
-    const stage::ParamValue &value = entry.value;
-    switch (entry.kind) {
-        case Kind::kGroup:
-            return nullptr;
-        case Kind::kCheckbox:
-            return value.number != 0;
-        case Kind::kColor: {
-            char text[8];
-            std::snprintf(text, sizeof text, "#%02x%02x%02x", unsigned{value.color[1]},
-                          unsigned{value.color[2]}, unsigned{value.color[3]});
-            return text;
-        }
-        case Kind::kPoint:
-            return {value.x, value.y};
-        case Kind::kLayer:
-            return value.layer;
-        default:
-            return value.number;
-    }
-}
 
 ordered_json rect_json(const PixelRect &rect) {
     if (rect.width <= 0 || rect.height <= 0) return nullptr;
     return {rect.x, rect.y, rect.width, rect.height};
-}
-
-ordered_json panel_json(const std::vector<PanelEntry> &panel) {
-    ordered_json list = ordered_json::array();
-    for (const PanelEntry &entry : panel) {
-        list.push_back({{"index", entry.index},
-                        {"depth", entry.depth},
-                        {"kind", kind_name(entry.kind)},
-                        {"name", entry.name},
-                        {"value", value_json(entry)},
-                        {"text", entry.text},
-                        {"hidden", entry.hidden},
-                        {"disabled", entry.disabled}});
-    }
-    return list;
 }
 
 ordered_json widgets_json(const WidgetLog &log) {
@@ -168,7 +109,7 @@ std::string report_text(const ReportSources &sources) {
         {"findings", acts.session().findings().size()},
         {"renders", sources.pane.renders()},
         {"last_drag", times_json(sources.pane)},
-        {"panel", panel_json(sources.panel)},
+        {"panel", stage::panel_json(sources.panel, true)},
         {"widgets", widgets_json(sources.log)},
     };
     return report.dump(1) + "\n";

@@ -10,7 +10,8 @@ HistogramMerge::HistogramMerge(const Sampler &sampler, int parts)
     : sampler_(sampler),
       plan_(sampler.plan()),
       parts_(parts),
-      sums_(plan_.bins_from_rgb ? plan_.rgb.slot_cells() * static_cast<std::size_t>(parts) : 0) {}
+      sums_(plan_.rgb_uses.histogram ? plan_.rgb.slot_cells() * static_cast<std::size_t>(parts)
+                                     : 0) {}
 
 void HistogramMerge::add_slot(int part, int slot) {
     const std::uint16_t *const cells = sampler_.slot_cells(plan_.rgb, slot);
@@ -22,10 +23,13 @@ void HistogramMerge::add_slot(int part, int slot) {
 std::array<std::uint32_t, 3> HistogramMerge::finish() {
     std::array<std::uint32_t, 3> maxima{1, 1, 1};
     std::uint32_t *const bins = plan_.context->histogramBins;
-    const int channels = plan_.histogram_rgb ? 3 : plan_.histogram_luma ? 1 : 0;
+    const bool shared = plan_.rgb_uses.histogram;
+    const int channels = shared || plan_.has(Consumer::kRgbBins) ? 3
+                         : plan_.has(Consumer::kLumaBins)        ? 1
+                                                                 : 0;
     if (bins == nullptr) return maxima;
     std::fill(bins, bins + channels * kHistogramBins, 0u);
-    if (plan_.bins_from_rgb) {
+    if (shared) {
         finish_shared(bins);
     } else {
         finish_strips(bins, channels);

@@ -16,7 +16,9 @@ class HistogramMerge {
     HistogramMerge(const Sampler &sampler, int parts);
 
     /// Slots that add_slot must be called for, each once; 0 when the counts are not shared.
-    [[nodiscard]] int slots() const { return plan_.bins_from_rgb ? plan_.rgb.slots.count() : 0; }
+    [[nodiscard]] int slots() const {
+        return plan_.rgb_uses.histogram ? plan_.rgb.slots.count() : 0;
+    }
 
     /// Adds slot `slot` to part `part`'s sums. Different parts may do so at once. [worker]
     void add_slot(int part, int slot);

@@ -11,11 +11,11 @@ ParadeMerge<P>::ParadeMerge(const Sampler &sampler)
     : sampler_(sampler),
       plan_(sampler.plan()),
       context_(*plan_.context),
-      family_(plan_.parade_from_rgb ? plan_.rgb : plan_.parade),
-      by_class_(plan_.parade_from_rgb),
+      family_(plan_.rgb_uses.parade ? plan_.rgb : plan_.parade),
+      by_class_(plan_.rgb_uses.parade),
       tables_{CountTable<P>(context_.paradeColours[0]), CountTable<P>(context_.paradeColours[1]),
               CountTable<P>(context_.paradeColours[2])} {
-    if (!plan_.parade_rgb && !plan_.parade_difference) return;
+    if (family_.planes == 0) return;
     for (int slot = 0; slot < family_.slots.count(); ++slot) {
         const int column = static_cast<int>(family_.slots.column[static_cast<std::size_t>(slot)]);
         const int dx = parade_dx(context_, column);

@@ -17,7 +17,7 @@ class VectorscopeMerge {
 
     /// Rows of the clip box.
     [[nodiscard]] int rows() const {
-        return plan_.vectorscope.on ? static_cast<int>(plan_.vectorscope.map.height) : 0;
+        return plan_.vectorscope.count != 0 ? static_cast<int>(plan_.vectorscope.map.height) : 0;
     }
     /// Draws a row of the clip box. Different rows may be drawn at once. [worker]
     void draw_row(int row) const;

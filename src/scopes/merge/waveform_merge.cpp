@@ -74,9 +74,9 @@ WaveformMerge<P>::WaveformMerge(const Sampler &sampler)
       traces_{scaled(kRedTrace, context_.waveformGain), scaled(kGreenTrace, context_.waveformGain),
               scaled(kBlueTrace, context_.waveformGain)},
       alpha_({traces_[0].alpha, 0.0f, 0.0f, 0.0f}) {
-    if (plan_.waveform_rgb) rgb_ = split_slots(plan_.rgb.slots);
-    if (plan_.waveform_luma) luma_ = split_slots(plan_.luma.slots);
-    const std::vector<SlotSplit> &any = plan_.waveform_rgb ? rgb_ : luma_;
+    if (plan_.rgb_uses.waveform) rgb_ = split_slots(plan_.rgb.slots);
+    if (plan_.has(Consumer::kLumaRows)) luma_ = split_slots(plan_.luma.slots);
+    const std::vector<SlotSplit> &any = plan_.rgb_uses.waveform ? rgb_ : luma_;
     if (any.empty()) return;
     first_ = any.front().first;
     columns_ = any.back().first + 1 - first_ + 1;
@@ -101,8 +101,8 @@ typename WaveformMerge<P>::Increments WaveformMerge<P>::increments(float weight)
                        ? weight
                        : static_cast<float>(faded(weight) / faded(1.0));
     if constexpr (std::is_same_v<P, Pixel8>) {
-        result.certain = (!plan_.waveform_luma || all_add_evenly(luma)) &&
-                         (!plan_.waveform_rgb || adds_evenly(trace.red));
+        result.certain = (!plan_.has(Consumer::kLumaRows) || all_add_evenly(luma)) &&
+                         (!plan_.rgb_uses.waveform || adds_evenly(trace.red));
     }
     return result;
 }
@@ -302,10 +302,10 @@ void WaveformMerge<P>::plot_samples(int x) const {
     sampler_.for_sampled_rows([&](int y) {
         for (const auto &[column, weight] : columns) {
             const Colour s = to_colour(*context_.source.pixel<const P>(column, y));
-            if (plan_.waveform_luma) {
+            if (!luma_.empty()) {
                 plot_at(luminance(s, context_.lumaMath), scaled(context_.lumaColour, weight));
             }
-            if (!plan_.waveform_rgb) continue;
+            if (rgb_.empty()) continue;
             plot_at(s.red, scaled(traces_[0], weight));
             plot_at(s.green, scaled(traces_[1], weight));
             plot_at(s.blue, scaled(traces_[2], weight));

@@ -52,11 +52,12 @@ void load_block(const P *first, int step, int count, SampleBlock &block) {
 /// Fills luma and the colour differences. A neutral sample (R = G = B) has no colour difference,
 /// whatever Y was rounded to.
 inline void fill_luma(LumaMath math, SampleBlock &block) {
+    const LumaWeights weights = luma_weights(math);  // a copy, which no store can change
     for (int i = 0; i < block.count; i += 4) {
         const __m128 r = _mm_load_ps(block.red + i);
         const __m128 g = _mm_load_ps(block.green + i);
         const __m128 b = _mm_load_ps(block.blue + i);
-        const __m128 y = luminance(r, g, b, math);
+        const __m128 y = luminance(r, g, b, weights);
         const __m128 neutral = _mm_and_ps(_mm_cmpeq_ps(r, g), _mm_cmpeq_ps(g, b));
         _mm_store_ps(block.luma + i, y);
         _mm_store_ps(block.blue_y + i, _mm_andnot_ps(neutral, _mm_sub_ps(b, y)));

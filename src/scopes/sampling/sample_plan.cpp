@@ -32,30 +32,58 @@ RowMap parade_rows(const ScopeSampleContext &c, bool lifted) {
             c.paradeBottom};
 }
 
-void choose_consumers(const ScopeSampleContext &c, SamplePlan &plan) {
-    const bool is_float = c.pixelFormat == kFormatF;
-    plan.waveform_rows = waveform_rows(c);
-    const bool difference = c.paradeMode == ParadeMode::kYCbCr;
-    for (std::size_t k = 0; k < 3; ++k) {
-        plan.parade_rows[k] = parade_rows(c, difference && k != 0);
+bool shows_difference(const ScopeSampleContext &c) {
+    return c.paradeMode == ParadeMode::kYCbCr;
+}
+
+RgbUses rgb_uses(const ScopeSampleContext &c, const SamplePlan &plan) {
+    RgbUses uses;
+    uses.waveform = plan.waveform_rows.rows() > 0 && c.waveformMode != TraceMode::kLuma;
+    const bool parade = plan.parade_rows[0].rows() > 0 && !shows_difference(c);
+    if (c.pixelFormat == kFormatF) {
+        // What is counted of a float is its row in the waveform.
+        uses.parade = parade && uses.waveform && plan.parade_rows[0] == plan.waveform_rows;
+    } else {
+        uses.parade = parade;
+        uses.histogram = c.histogramOn != 0 && c.histogramRgb == HistogramMode::kRgb;
     }
-    const bool waveform = plan.waveform_rows.rows() > 0;
-    const bool parade = plan.parade_rows[0].rows() > 0;
-    plan.waveform_rgb = waveform && c.waveformMode != TraceMode::kLuma;
-    plan.waveform_luma = waveform && c.waveformMode != TraceMode::kRgb;
-    plan.parade_rgb = parade && !difference;
-    plan.parade_difference = parade && difference;
-    plan.histogram_rgb = c.histogramOn != 0 && c.histogramRgb == HistogramMode::kRgb;
-    plan.histogram_luma = c.histogramOn != 0 && c.histogramRgb == HistogramMode::kLuma;
-    plan.bins_from_rgb = plan.histogram_rgb && !is_float;
-    plan.parade_from_rgb =
-        plan.parade_rgb &&
-        (!is_float || (plan.waveform_rgb && plan.parade_rows[0] == plan.waveform_rows));
-    plan.rgb.on = plan.waveform_rgb || plan.parade_from_rgb || plan.bins_from_rgb;
-    plan.luma.on = plan.waveform_luma;
-    plan.parade.on = plan.parade_difference || (plan.parade_rgb && !plan.parade_from_rgb);
+    return uses;
+}
+
+std::vector<Consumer> consumers_of(const ScopeSampleContext &c, const SamplePlan &plan) {
+    std::vector<Consumer> consumers;
+    const bool is_float = c.pixelFormat == kFormatF;
+    if (plan.rgb_uses.any() && !is_float) consumers.push_back(Consumer::kRgbCodes);
+    if (plan.waveform_rows.rows() > 0 && c.waveformMode != TraceMode::kRgb) {
+        consumers.push_back(Consumer::kLumaRows);
+    }
+    if (plan.rgb_uses.any() && is_float) consumers.push_back(Consumer::kRgbRows);
+    if (plan.parade_rows[0].rows() > 0 && !plan.rgb_uses.parade) {
+        consumers.push_back(shows_difference(c) ? Consumer::kDifferenceRows
+                                                : Consumer::kParadeRows);
+    }
+    if (c.histogramOn != 0 && !plan.rgb_uses.histogram) {
+        consumers.push_back(c.histogramRgb == HistogramMode::kLuma ? Consumer::kLumaBins
+                                                                   : Consumer::kRgbBins);
+    }
+    if (c.vectorscopeOn != 0 && plan.vectorscope.map.width > 0) {
+        consumers.push_back(c.monochrome != 0 ? Consumer::kPlaces : Consumer::kColours);
+    }
+    return consumers;
+}
+
+void choose_consumers(const ScopeSampleContext &c, SamplePlan &plan) {
+    plan.waveform_rows = waveform_rows(c);
+    for (std::size_t k = 0; k < 3; ++k) {
+        plan.parade_rows[k] = parade_rows(c, shows_difference(c) && k != 0);
+    }
+    plan.vectorscope.map = VectorMap(c);
+    plan.rgb_uses = rgb_uses(c, plan);
+    plan.consumers = consumers_of(c, plan);
     plan.checks_range = c.pixelFormat != kFormat8 && (c.waveformOn != 0 || c.paradeOn != 0);
-    plan.needs_block = is_float || plan.checks_range || c.needLuma != 0;
+    plan.needs_block =
+        plan.checks_range || std::any_of(plan.consumers.begin(), plan.consumers.end(),
+                                         [](Consumer each) { return each != Consumer::kRgbCodes; });
 }
 
 int padded(int cells) {
@@ -79,17 +107,18 @@ std::int64_t waveform_key(const ScopeSampleContext &c, int column) {
 }
 
 void plan_rgb(const ScopeSampleContext &c, SamplePlan &plan, ArenaPlan &arena) {
-    if (!plan.rgb.on) return;
+    const RgbUses &uses = plan.rgb_uses;
+    if (!uses.any()) return;
     plan.rgb.slots = make_column_slots(plan.columns, c.stepX, plan.rows, [&](int column) {
-        const std::int64_t waveform = plan.waveform_rgb ? waveform_key(c, column) : 0;
-        const std::int64_t parade = plan.parade_from_rgb ? parade_dx(c, column) : 0;
+        const std::int64_t waveform = uses.waveform ? waveform_key(c, column) : 0;
+        const std::int64_t parade = uses.parade ? parade_dx(c, column) : 0;
         return waveform * (std::int64_t{1} << 32) + parade;
     });
     visit_format(c.pixelFormat, [&]<class P>(P) {
         const RowMap none;
-        plan.classes = make_value_classes<P>(plan.waveform_rgb ? plan.waveform_rows : none,
-                                             plan.parade_from_rgb ? plan.parade_rows[0] : none,
-                                             plan.bins_from_rgb);
+        plan.classes =
+            make_value_classes<P>(uses.waveform ? plan.waveform_rows : none,
+                                  uses.parade ? plan.parade_rows[0] : none, uses.histogram);
         // At float one spare cell takes what is not a number.
         reserve(plan.rgb, 3, plan.classes.count + (kIsFloatPixel<P> ? 1 : 0), arena);
         return 0;
@@ -97,17 +126,17 @@ void plan_rgb(const ScopeSampleContext &c, SamplePlan &plan, ArenaPlan &arena) {
 }
 
 void plan_rows(const ScopeSampleContext &c, SamplePlan &plan, ArenaPlan &arena) {
-    if (plan.luma.on) {
+    if (plan.has(Consumer::kLumaRows)) {
         plan.luma.slots = make_column_slots(plan.columns, c.stepX, plan.rows,
                                             [&](int column) { return waveform_key(c, column); });
         reserve(plan.luma, 1, plan.waveform_rows.rows() + 1, arena);
     }
-    if (plan.parade.on) {
+    if (plan.has(Consumer::kParadeRows) || plan.has(Consumer::kDifferenceRows)) {
         plan.parade.slots = make_column_slots(plan.columns, c.stepX, plan.rows,
                                               [&](int column) { return parade_dx(c, column); });
         reserve(plan.parade, 3, plan.parade_rows[0].rows() + 1, arena);
     }
-    if (plan.histogram_luma || (plan.histogram_rgb && !plan.bins_from_rgb)) {
+    if (plan.has(Consumer::kRgbBins) || plan.has(Consumer::kLumaBins)) {
         plan.bins =
             arena.reserve<std::uint32_t>(static_cast<std::size_t>(plan.strips) * kStripBins);
     }
@@ -115,12 +144,11 @@ void plan_rows(const ScopeSampleContext &c, SamplePlan &plan, ArenaPlan &arena) 
 
 void plan_vectorscope(const ScopeSampleContext &c, int threads, SamplePlan &plan,
                       ArenaPlan &arena) {
+    const bool gathers = plan.has(Consumer::kColours);
+    if (!gathers && !plan.has(Consumer::kPlaces)) return;
     VectorGrids &grids = plan.vectorscope;
-    grids.map = VectorMap(c);
-    grids.on = c.vectorscopeOn != 0 && grids.map.width > 0;
-    if (!grids.on) return;
     grids.cell_bytes = sizeof(std::uint32_t);
-    if (c.monochrome == 0) {
+    if (gathers) {
         visit_format(c.pixelFormat, [&]<class P>(P) {
             grids.cell_bytes = sizeof(ColourCell<P>);
             return 0;

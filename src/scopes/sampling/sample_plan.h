@@ -1,6 +1,7 @@
 // How one frame is sampled: what is counted where, and the memory for it. No host types.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -15,8 +16,7 @@ namespace ks {
 
 /// Counters of one kind: for each slot of columns, `planes` runs of `stride` cells.
 struct CounterFamily {
-    bool on = false;
-    int planes = 0;
+    int planes = 0;  ///< 0 for counters that nothing needs
     int stride = 0;  ///< cells of one plane, a multiple of eight; the last used one may be a spare
     ColumnSlots slots;
     std::vector<std::uint32_t> cell_of_column;  ///< first cell of each sampled column's slot
@@ -29,9 +29,8 @@ struct CounterFamily {
 
 /// The vectorscope's counters: a few grids, each lent to one worker at a time, added up at the end.
 struct VectorGrids {
-    bool on = false;
     VectorMap map;
-    int count = 0;               ///< grids
+    int count = 0;               ///< grids, 0 while the vectorscope is off
     std::size_t cell_bytes = 0;  ///< 4 for counts, else a ColourCell
     ArenaSpan<std::byte> memory;
 
@@ -48,6 +47,28 @@ inline constexpr int kBinSets = 4;
 inline constexpr int kBinSetCells = 3 * kBinStride;
 inline constexpr int kStripBins = kBinSets * kBinSetCells;
 
+/// What the workers do with every run of samples.
+enum class Consumer {
+    kRgbCodes,        ///< count R, G, B by value into `rgb`, at 8 and 16 bits
+    kRgbRows,         ///< count R, G, B by row of the waveform into `rgb`, at float
+    kLumaRows,        ///< count Y by row of the waveform into `luma`
+    kParadeRows,      ///< count R, G, B by row of the parade into `parade`
+    kDifferenceRows,  ///< count Y, Cb, Cr by their rows of the parade into `parade`
+    kRgbBins,         ///< count R, G, B by bin into `bins`
+    kLumaBins,        ///< count Y by bin into `bins`
+    kPlaces,          ///< count places in the vectorscope
+    kColours          ///< gather colours by place in the vectorscope
+};
+
+/// The scopes that draw from `rgb`: its counts serve all of them at once.
+struct RgbUses {
+    bool waveform = false;
+    bool parade = false;
+    bool histogram = false;
+
+    [[nodiscard]] bool any() const { return waveform || parade || histogram; }
+};
+
 /// Made once per frame by make_sample_plan; the workers only read it. Holds the address of its
 /// context.
 struct SamplePlan {
@@ -56,16 +77,11 @@ struct SamplePlan {
     int strips = 0;
     int rows = 0;  ///< picture rows that may be sampled
 
-    bool waveform_rgb = false;       ///< from `rgb`
-    bool waveform_luma = false;      ///< from `luma`
-    bool parade_rgb = false;         ///< from `rgb` when parade_from_rgb, else from `parade`
-    bool parade_difference = false;  ///< Y, Cb, Cr, from `parade`
-    bool histogram_rgb = false;      ///< from `rgb` at 8 and 16 bits, else from `bins`
-    bool histogram_luma = false;     ///< from `bins`
-    bool parade_from_rgb = false;
-    bool bins_from_rgb = false;
+    std::vector<Consumer> consumers;
     bool needs_block = false;  ///< samples are needed as floats
     bool checks_range = false;
+
+    RgbUses rgb_uses;
 
     RowMap waveform_rows;
     std::array<RowMap, 3> parade_rows;
@@ -76,7 +92,9 @@ struct SamplePlan {
 
     std::size_t bytes = 0;  ///< of the block that the counters need
 
-    [[nodiscard]] bool bins_on() const { return bins.count != 0; }
+    [[nodiscard]] bool has(Consumer consumer) const {
+        return std::find(consumers.begin(), consumers.end(), consumer) != consumers.end();
+    }
 };
 
 /// Bytes that the vectorscope's grids may take together; at least one grid is always made.

@@ -16,6 +16,48 @@ void prefetch_run(const P *first, int bytes) {
     for (int offset = 0; offset < bytes; offset += 64) _mm_prefetch(begin + offset, _MM_HINT_T0);
 }
 
+/// Where a run's samples are counted; what nothing needs leads nowhere.
+struct RunCounters {
+    FamilyCells rgb, luma, parade;
+    std::uint32_t *bins;
+    std::byte *grid;
+};
+
+template <class P>
+void count_block(Consumer consumer, const SamplePlan &plan, const SampleBlock &block,
+                 const RunCounters &to) {
+    const std::array<const float *, 3> channels{block.red, block.green, block.blue};
+    switch (consumer) {
+        case Consumer::kRgbCodes:
+            break;  // needs no block
+        case Consumer::kRgbRows:
+            count_rows(channels, block.count, plan.waveform_rows, to.rgb);
+            break;
+        case Consumer::kLumaRows:
+            count_rows<1>({block.luma}, block.count, plan.waveform_rows, to.luma);
+            break;
+        case Consumer::kParadeRows:
+            count_rows(channels, block.count, plan.parade_rows[0], to.parade);
+            break;
+        case Consumer::kDifferenceRows:
+            count_difference(block, plan.parade_rows, to.parade);
+            break;
+        case Consumer::kRgbBins:
+            count_bins(channels, block.count, to.bins);
+            break;
+        case Consumer::kLumaBins:
+            count_bins<1>({block.luma}, block.count, to.bins);
+            break;
+        case Consumer::kPlaces:
+            count_vectors(block, plan.vectorscope.map, reinterpret_cast<std::uint32_t *>(to.grid));
+            break;
+        case Consumer::kColours:
+            gather_vectors<P>(block, plan.vectorscope.map, plan.context->vectorscopeGain * 0.2f,
+                              reinterpret_cast<ColourCell<P> *>(to.grid));
+            break;
+    }
+}
+
 }  // namespace
 
 Sampler::Sampler(const SamplePlan &plan, void *block)
@@ -34,7 +76,7 @@ std::int32_t Sampler::run_part(int part, int parts) {
         if (rows == 0 || first + rows > plan_.rows) return 0;
         parts_.store(parts, std::memory_order_relaxed);
         std::optional<GridPool::Lease> lease;
-        if (plan_.vectorscope.on) lease.emplace(grids_);
+        if (plan_.vectorscope.count != 0) lease.emplace(grids_);
         // Parts start at different strips, so that they seldom meet at a lock.
         const int start = static_cast<int>(std::int64_t{plan_.strips} * part / parts);
         count_part<P>(static_cast<int>(first), static_cast<int>(first + rows), start,
@@ -71,49 +113,31 @@ void Sampler::count_strip(int strip, int first_row, int last_row, std::byte *gri
 template <class P>
 bool Sampler::count_run(const P *first, int column, int count, std::byte *grid) {
     const ScopeSampleContext &c = *plan_.context;
-    const auto cells = [&](const CounterFamily &family) {
-        return FamilyCells{arena_.at(family.cells), family.cell_of_column.data() + column,
-                           static_cast<std::size_t>(family.stride)};
-    };
-    if constexpr (!kIsFloatPixel<P>) {
-        if (plan_.rgb.on) count_codes(first, c.stepX, count, plan_.classes, cells(plan_.rgb));
-    }
-    if (!plan_.needs_block) return false;
     SampleBlock block;
-    load_block(first, c.stepX, count, block);
-    if (c.needLuma != 0) fill_luma(c.lumaMath, block);
-    if (plan_.luma.on) {
-        count_rows<1>({block.luma}, count, plan_.waveform_rows, cells(plan_.luma));
+    if (plan_.needs_block) {
+        load_block(first, c.stepX, count, block);
+        if (c.needLuma != 0) fill_luma(c.lumaMath, block);
     }
-    if (plan_.parade_difference) {
-        count_difference(block, plan_.parade_rows, cells(plan_.parade));
-    }
-    const std::array<const float *, 3> channels{block.red, block.green, block.blue};
-    if constexpr (kIsFloatPixel<P>) {
-        if (plan_.rgb.on) count_rows(channels, count, plan_.waveform_rows, cells(plan_.rgb));
-        if (plan_.parade.on && plan_.parade_rgb) {
-            count_rows(channels, count, plan_.parade_rows[0], cells(plan_.parade));
+    const RunCounters counters{cells(plan_.rgb, column), cells(plan_.luma, column),
+                               cells(plan_.parade, column), strip_bins_at(column / kStripColumns),
+                               grid};
+    for (const Consumer consumer : plan_.consumers) {
+        if (consumer != Consumer::kRgbCodes) {
+            count_block<P>(consumer, plan_, block, counters);
+        } else if constexpr (!kIsFloatPixel<P>) {
+            count_codes(first, c.stepX, count, plan_.classes, counters.rgb);
         }
-    }
-    if (plan_.bins_on()) {
-        std::uint32_t *const bins = strip_bins_at(column / kStripColumns);
-        if (plan_.histogram_luma) {
-            count_bins<1>({block.luma}, count, bins);
-        } else {
-            count_bins(channels, count, bins);
-        }
-    }
-    if (grid != nullptr && c.monochrome != 0) {
-        count_vectors(block, plan_.vectorscope.map, reinterpret_cast<std::uint32_t *>(grid));
-    } else if (grid != nullptr) {
-        gather_vectors<P>(block, plan_.vectorscope.map, c.vectorscopeGain * 0.2f,
-                          reinterpret_cast<ColourCell<P> *>(grid));
     }
     return plan_.checks_range && any_over_range(block, c.needLuma != 0);
 }
 
+FamilyCells Sampler::cells(const CounterFamily &family, int column) const {
+    return {arena_.at(family.cells), family.cell_of_column.data() + column,
+            static_cast<std::size_t>(family.stride)};
+}
+
 void Sampler::clear_slots(const CounterFamily &family, int strip) {
-    if (!family.on) return;
+    if (family.planes == 0) return;
     const int column = strip * kStripColumns;
     const int last = std::min(column + kStripColumns, plan_.columns) - 1;
     const auto &slots = family.slots.of_column;
@@ -128,7 +152,7 @@ void Sampler::clear_strip(int strip) {
     clear_slots(plan_.rgb, strip);
     clear_slots(plan_.luma, strip);
     clear_slots(plan_.parade, strip);
-    if (plan_.bins_on()) {
+    if (plan_.bins.count != 0) {
         std::memset(strip_bins_at(strip), 0, kStripBins * sizeof(std::uint32_t));
     }
 }

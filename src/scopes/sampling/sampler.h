@@ -10,6 +10,8 @@
 
 namespace ks {
 
+struct FamilyCells;
+
 /// The counters of one frame while they are written. Every part may run on a thread of its own, in
 /// any order: a strip's counters are written by whoever holds its lock, and sums of whole numbers
 /// come out the same in any order.
@@ -51,6 +53,7 @@ class Sampler {
     void count_strip(int strip, int first_row, int last_row, std::byte *grid);
     template <class P>
     bool count_run(const P *first, int column, int count, std::byte *grid);
+    FamilyCells cells(const CounterFamily &family, int column) const;
     std::uint32_t *strip_bins_at(int strip) const;
     void clear_strip(int strip);
     void clear_slots(const CounterFamily &family, int strip);

@@ -1,7 +1,8 @@
 #include "stage/desk/panel/panel_model.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
-#include <cstdio>
 
 #include "hostapi/constants.h"
 #include "stage/effect/effect_instance.h"
@@ -30,16 +31,14 @@ Kind kind_of(PF_ParamType type) {
 }
 
 std::string decimals(double number, int precision) {
-    char text[400];  // the largest double has 309 digits before the point
-    std::snprintf(text, sizeof text, "%.*f", std::clamp(precision, 0, 4), number);
-    return text;
+    return fmt::format("{:.{}f}", number, std::clamp(precision, 0, 4));
 }
 
 /// Layers are shown with their number in the timeline, the top one being 1.
 std::string layer_text(const Project &project, LayerId id) {
     const Layer *layer = project.layer(id);
     if (layer == nullptr) return "None";
-    return std::to_string(project.index_of(id) + 1) + ". " + layer->name;
+    return fmt::format("{}. {}", project.index_of(id) + 1, layer->name);
 }
 
 std::string value_text(const Session &session, const PanelEntry &entry) {

@@ -1,5 +1,7 @@
 #include "stage/image/codecs/netpbm.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -78,8 +80,8 @@ void check_length(std::string_view samples, const Picture &picture, int channels
     const std::size_t needed =
         picture.argb.size() / 4 * static_cast<std::size_t>(channels) * sample_size;
     if (samples.size() < needed) {
-        throw PictureError("the file is cut off: " + std::to_string(samples.size()) + " of " +
-                           std::to_string(needed) + " bytes of samples");
+        throw PictureError(
+            fmt::format("the file is cut off: {} of {} bytes of samples", samples.size(), needed));
     }
 }
 
@@ -142,9 +144,9 @@ PamHeader read_pam_header(Header &header) {
         *field->second = number_of<int>(line.substr(blank + 1));
     }
     if (values.depth < 1 || values.depth > 4 || values.maxval < 1 || values.maxval > 65535) {
-        throw PictureError("a PAM file with " + std::to_string(values.depth) +
-                           " channels and the maximum " + std::to_string(values.maxval) +
-                           " is not possible");
+        throw PictureError(
+            fmt::format("a PAM file with {} channels and the maximum {} is not possible",
+                        values.depth, values.maxval));
     }
     return values;
 }
@@ -190,8 +192,8 @@ Picture decode(std::string_view bytes) {
 
 std::string encode_pfm(const Picture &picture) {
     const std::size_t channels = opaque(picture) ? 3 : 4;
-    std::string bytes = channels == 3 ? "PF\n" : "PF4\n";
-    bytes += std::to_string(picture.width) + " " + std::to_string(picture.height) + "\n-1.0\n";
+    std::string bytes = fmt::format("{}\n{} {}\n-1.0\n", channels == 3 ? "PF" : "PF4",
+                                    picture.width, picture.height);
     bytes.reserve(bytes.size() + picture.argb.size() * sizeof(float));
     for (int y = picture.height - 1; y >= 0; --y) {
         for (int x = 0; x < picture.width; ++x) {
@@ -207,9 +209,9 @@ std::string encode_pfm(const Picture &picture) {
 }
 
 std::string encode_pam(const Picture &picture, int maximum) {
-    std::string bytes = "P7\nWIDTH " + std::to_string(picture.width) + "\nHEIGHT " +
-                        std::to_string(picture.height) + "\nDEPTH 4\nMAXVAL " +
-                        std::to_string(maximum) + "\nTUPLTYPE RGB_ALPHA\nENDHDR\n";
+    std::string bytes =
+        fmt::format("P7\nWIDTH {}\nHEIGHT {}\nDEPTH 4\nMAXVAL {}\nTUPLTYPE RGB_ALPHA\nENDHDR\n",
+                    picture.width, picture.height, maximum);
     const bool wide = maximum > kWhite8;
     bytes.reserve(bytes.size() + picture.argb.size() * (wide ? 2 : 1));
     for (std::size_t i = 0; i < picture.argb.size(); i += 4) {

@@ -1,4 +1,4 @@
-// What the Drawbot, custom-UI and theme suites share: the frame around a call, references, numbers.
+// What the Drawbot, custom-UI and theme suites share: references and numbers.
 #pragma once
 
 #include <initializer_list>
@@ -8,24 +8,29 @@
 #include "hostapi/drawbot.h"
 #include "stage/host/host.h"
 #include "stage/host/host_call.h"
-#include "stage/services/calls/project_access.h"
 
 namespace stage {
+
+/// Rules of most drawing calls.
+inline constexpr CallRules kDrawCall{.threads = Threads::kUiOnly, .null_error = A_Err_PARAMETER};
 
 /// One call under way. Everything that answers with null or false has reported why.
 class DrawCall {
   public:
-    explicit DrawCall(HostCall &call) : call_(call), store_(call.host().drawbot) {}
+    // NOLINTNEXTLINE: what bodies of drawing calls take for a call
+    DrawCall(HostCall &call) : call_(call), store_(call.host().drawbot) {}
 
     DrawbotStore &store() { return store_; }
-    HostCall &host_call() { return call_; }
+    const std::string &command() const { return call_.command(); }
 
     template <class T>
     T *find(const void *reference) {
-        return store_.find<T>(reference, call_.command());
+        return store_.find<T>(reference, command());
     }
+    /// Whether this is the surface of the open draw event.
+    bool on(DRAWBOT_SurfaceRef surface) { return find<SurfaceObject>(surface) != nullptr; }
     bool finite(std::initializer_list<double> numbers, const char *what) {
-        return store_.require_finite(numbers, what, call_.command());
+        return store_.require_finite(numbers, what, command());
     }
     /// False for null as well, without a finding.
     bool read(const DRAWBOT_ColorRGBA *from, DrawColor &color) {
@@ -60,22 +65,6 @@ class DrawCall {
     HostCall &call_;
     DrawbotStore &store_;
 };
-
-/// Runs `body(DrawCall &)`, which returns A_Err, unless the call must fail. UI thread only.
-template <class Body>
-SPErr draw_call(const char *name, Body body) noexcept {
-    HostCall call(name, Fallible::kCode, Threads::kUiOnly);
-    DrawCall drawing(call);
-    return run_call(call, [&]() -> A_Err { return body(drawing); });
-}
-
-/// Runs `body(DrawCall &)` on the surface of the open draw event.
-template <class Body>
-SPErr surface_call(const char *name, DRAWBOT_SurfaceRef surface, Body body) noexcept {
-    return draw_call(name, [&](DrawCall &call) -> A_Err {
-        return call.find<SurfaceObject>(surface) != nullptr ? body(call) : A_Err_PARAMETER;
-    });
-}
 
 /// Hands out what the store made. Null stays null.
 template <class Ref>

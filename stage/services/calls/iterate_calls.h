@@ -2,7 +2,9 @@
 // iterate suites and the callback table.
 #pragma once
 
-#include "hostapi/effect_types.h"
+#include <string>
+
+#include "stage/host/call_table.h"
 
 namespace stage::calls {
 
@@ -15,22 +17,19 @@ using GenericFunction = A_Err (*)(void *refcon, A_long thread_index, A_long i, A
 /// that the schedule deals out; within a row x rises. Callbacks run under ThreadRole::kWorker, on
 /// several threads at once when the schedule says so. The first non-zero result ends it and is
 /// returned, 517 when the schedule's user cancels. `Pixel` must be that of the worlds' depth, else
-/// error 516. [host thread]
+/// error 516. For the three pixel types. [host thread]
 template <class Pixel>
-PF_Err iterate(const char *name, const PF_EffectWorld *src, const PF_LRect *area, void *refcon,
-               PixelFunction<Pixel> function, const PF_EffectWorld *dst) noexcept;
-
-extern template PF_Err iterate(const char *, const PF_EffectWorld *, const PF_LRect *, void *,
-                               PixelFunction<PF_Pixel>, const PF_EffectWorld *) noexcept;
-extern template PF_Err iterate(const char *, const PF_EffectWorld *, const PF_LRect *, void *,
-                               PixelFunction<PF_Pixel16>, const PF_EffectWorld *) noexcept;
-extern template PF_Err iterate(const char *, const PF_EffectWorld *, const PF_LRect *, void *,
-                               PixelFunction<PF_PixelFloat>, const PF_EffectWorld *) noexcept;
+PF_Err iterate(HostCall &call, PF_InData *, A_long, A_long, PF_EffectWorld *src,
+               const PF_Rect *area, void *refcon, PixelFunction<Pixel> function,
+               PF_EffectWorld *dst);
+template <class Pixel>
+std::string describe_iterate(PF_InData *, A_long, A_long, PF_EffectWorld *src, const PF_Rect *area,
+                             void *, PixelFunction<Pixel>, PF_EffectWorld *dst);
 
 /// Calls `function` for i = 0..iterations-1, or once per processor of the schedule for
 /// PF_Iterations_ONCE_PER_PROCESSOR (-1); its last argument is the real count. 0 does nothing;
 /// other negative counts and a null function are error 3. [host thread]
-A_Err iterate_generic(const char *name, A_long iterations, void *refcon,
-                      GenericFunction function) noexcept;
+A_Err iterate_generic(HostCall &call, A_long iterations, void *refcon, GenericFunction function);
+std::string describe_iterations(A_long iterations, void *refcon, GenericFunction function);
 
 }  // namespace stage::calls

@@ -8,7 +8,7 @@
 #include "stage/pixels/fill_pixels.h"
 #include "stage/pixels/transfer_pixels.h"
 #include "stage/pixels/transform_pixels.h"
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 
 namespace stage::calls {
 namespace {
@@ -23,18 +23,12 @@ Sampling sampling_of_command(const Host &host) {
     return sampling_for(active->in_data->quality);
 }
 
-template <class Colour>
-PF_Err fill_as(const char *name, const Colour *colour, const PF_LRect *rect,
-               const PF_EffectWorld *world) noexcept {
-    return code_call(
-        name,
-        [&](HostCall &call) { call.arguments(describe_world(world) + " " + describe_rect(rect)); },
-        [&](HostCall &call) -> PF_Err {
-            PixelView view;
-            if (!view_of(call, world, "world", view)) return PF_Err_BAD_CALLBACK_PARAM;
-            fill_pixels(view, box_of(rect, view), colour == nullptr ? Colour{} : *colour);
-            return PF_Err_NONE;
-        });
+PF_Err copy_with(HostCall &call, Sampling sampling, const PF_EffectWorld *src,
+                 const PF_EffectWorld *dst, const PF_Rect *src_rect, const PF_Rect *dst_rect) {
+    PixelView from, to;
+    if (!views_of(call, src, dst, from, to)) return PF_Err_BAD_CALLBACK_PARAM;
+    copy_pixels(from, box_of(src_rect, from), to, box_of(dst_rect, to), sampling);
+    return PF_Err_NONE;
 }
 
 /// Rows of one share of a transform: enough that handing it to a thread is worth it.
@@ -64,85 +58,91 @@ std::string describe_mode(const PF_CompositeMode *mode) {
 
 }  // namespace
 
-PF_Err copy(const char *name, CopyQuality quality, const PF_EffectWorld *src,
-            const PF_EffectWorld *dst, const PF_LRect *src_rect,
-            const PF_LRect *dst_rect) noexcept {
-    return code_call(
-        name,
-        [&](HostCall &call) {
-            call.arguments(describe_world(src) + " " + describe_rect(src_rect) + " to " +
-                           describe_world(dst) + " " + describe_rect(dst_rect));
-        },
-        [&](HostCall &call) -> PF_Err {
-            PixelView from, to;
-            if (!views_of(call, src, dst, from, to)) return PF_Err_BAD_CALLBACK_PARAM;
-            copy_pixels(from, box_of(src_rect, from), to, box_of(dst_rect, to),
-                        quality == CopyQuality::kHigh ? Sampling::kBilinear
-                                                      : sampling_of_command(call.host()));
-            return PF_Err_NONE;
-        });
+PF_Err copy(HostCall &call, PF_ProgPtr, PF_EffectWorld *src, PF_EffectWorld *dst, PF_Rect *src_rect,
+            PF_Rect *dst_rect) {
+    return copy_with(call, sampling_of_command(call.host()), src, dst, src_rect, dst_rect);
 }
 
-PF_Err fill(const char *name, const PF_Pixel *colour, const PF_LRect *rect,
-            const PF_EffectWorld *world) noexcept {
-    return fill_as(name, colour, rect, world);
+PF_Err copy_hq(HostCall &call, PF_ProgPtr, PF_EffectWorld *src, PF_EffectWorld *dst,
+               PF_Rect *src_rect, PF_Rect *dst_rect) {
+    return copy_with(call, Sampling::kBilinear, src, dst, src_rect, dst_rect);
 }
 
-PF_Err fill16(const char *name, const PF_Pixel16 *colour, const PF_LRect *rect,
-              const PF_EffectWorld *world) noexcept {
-    return fill_as(name, colour, rect, world);
+std::string describe_copy(PF_ProgPtr, PF_EffectWorld *src, PF_EffectWorld *dst, PF_Rect *src_rect,
+                          PF_Rect *dst_rect) {
+    return describe_world(src) + " " + describe_rect(src_rect) + " to " + describe_world(dst) +
+           " " + describe_rect(dst_rect);
 }
 
-PF_Err transfer_rect(const char *name, PF_ModeFlags flags, const PF_LRect *src_rect,
-                     const PF_EffectWorld *src, const PF_CompositeMode *mode,
-                     const PF_MaskWorld *mask, A_long x, A_long y,
-                     const PF_EffectWorld *dst) noexcept {
-    return code_call(
-        name,
-        [&](HostCall &call) {
-            call.arguments(describe_world(src) + " " + describe_rect(src_rect) + " at (" +
-                           std::to_string(x) + "," + std::to_string(y) + ") of " +
-                           describe_world(dst) + ", " + describe_mode(mode));
-        },
-        [&](HostCall &call) -> PF_Err {
-            PixelView from, to;
-            if (!views_of(call, src, dst, from, to) || mode == nullptr || mask != nullptr) {
-                return PF_Err_BAD_CALLBACK_PARAM;
-            }
-            const auto how = make_compositing(*mode, flags, from.depth);
-            if (!how) return PF_Err_BAD_CALLBACK_PARAM;
-            transfer_pixels(from, box_of(src_rect, from), to, x, y, *how);
-            return PF_Err_NONE;
-        });
+template <class Colour>
+PF_Err fill(HostCall &call, PF_ProgPtr, const Colour *colour, const PF_Rect *rect,
+            PF_EffectWorld *world) {
+    PixelView view;
+    if (!view_of(call, world, "world", view)) return PF_Err_BAD_CALLBACK_PARAM;
+    fill_pixels(view, box_of(rect, view), colour == nullptr ? Colour{} : *colour);
+    return PF_Err_NONE;
 }
 
-PF_Err transform_world(const char *name, const TransformRequest &request) noexcept {
-    return code_call(
-        name,
-        [&](HostCall &call) {
-            call.arguments(describe_world(request.src) + " to " + describe_world(request.dst) +
-                           " " + describe_rect(request.dst_rect) + ", " +
-                           describe_mode(request.mode));
-        },
-        [&](HostCall &call) -> PF_Err {
-            PixelView from, to;
-            if (!views_of(call, request.src, request.dst, from, to) || request.mode == nullptr ||
-                request.mask != nullptr || request.matrices == nullptr ||
-                request.matrix_count != 1) {
-                return PF_Err_BAD_CALLBACK_PARAM;
-            }
-            const auto how = make_compositing(*request.mode, request.flags, from.depth);
-            if (!how) return PF_Err_BAD_CALLBACK_PARAM;
-            const auto matrix =
-                destination_to_source(request.matrices[0], request.source_to_destination);
-            if (!matrix) return PF_Err_NONE;
-            in_bands(
-                call.host().options.schedule, intersect(box_of(request.dst_rect, to), bounds(to)),
-                request.src->data != request.dst->data, [&](const Box &band) {
-                    transform_pixels(from, to, band, *matrix, *how, sampling_for(request.quality));
-                });
-            return PF_Err_NONE;
-        });
+template <class Colour>
+std::string describe_fill(PF_ProgPtr, const Colour *, const PF_Rect *rect, PF_EffectWorld *world) {
+    return describe_world(world) + " " + describe_rect(rect);
+}
+
+#define KS_COLOUR(Colour)                                                           \
+    template PF_Err fill(HostCall &, PF_ProgPtr, const Colour *, const PF_Rect *,   \
+                         PF_EffectWorld *);                                         \
+    template std::string describe_fill(PF_ProgPtr, const Colour *, const PF_Rect *, \
+                                       PF_EffectWorld *);
+KS_COLOUR(PF_Pixel)
+KS_COLOUR(PF_Pixel16)
+#undef KS_COLOUR
+
+PF_Err transfer_rect(HostCall &call, PF_ProgPtr, PF_Quality, PF_ModeFlags flags, PF_Field,
+                     const PF_Rect *src_rect, const PF_EffectWorld *src,
+                     const PF_CompositeMode &mode, const PF_MaskWorld *mask, A_long x, A_long y,
+                     PF_EffectWorld *dst) {
+    PixelView from, to;
+    if (!views_of(call, src, dst, from, to) || mask != nullptr) return PF_Err_BAD_CALLBACK_PARAM;
+    const auto how = make_compositing(mode, flags, from.depth);
+    if (!how) return PF_Err_BAD_CALLBACK_PARAM;
+    transfer_pixels(from, box_of(src_rect, from), to, x, y, *how);
+    return PF_Err_NONE;
+}
+
+std::string describe_transfer(PF_ProgPtr, PF_Quality, PF_ModeFlags, PF_Field,
+                              const PF_Rect *src_rect, const PF_EffectWorld *src,
+                              const PF_CompositeMode *mode, const PF_MaskWorld *, A_long x,
+                              A_long y, PF_EffectWorld *dst) {
+    return describe_world(src) + " " + describe_rect(src_rect) + " at (" + std::to_string(x) + "," +
+           std::to_string(y) + ") of " + describe_world(dst) + ", " + describe_mode(mode);
+}
+
+PF_Err transform_world(HostCall &call, PF_ProgPtr, PF_Quality quality, PF_ModeFlags flags, PF_Field,
+                       const PF_EffectWorld *src, const PF_CompositeMode &mode,
+                       const PF_MaskWorld *mask, const PF_FloatMatrix &matrix, A_long count,
+                       PF_Boolean source_to_destination, const PF_Rect *dst_rect,
+                       PF_EffectWorld *dst) {
+    PixelView from, to;
+    if (!views_of(call, src, dst, from, to) || mask != nullptr || count != 1) {
+        return PF_Err_BAD_CALLBACK_PARAM;
+    }
+    const auto how = make_compositing(mode, flags, from.depth);
+    if (!how) return PF_Err_BAD_CALLBACK_PARAM;
+    const auto back = destination_to_source(matrix, source_to_destination != 0);
+    if (!back) return PF_Err_NONE;
+    in_bands(call.host().options.schedule, intersect(box_of(dst_rect, to), bounds(to)),
+             src->data != dst->data, [&](const Box &band) {
+                 transform_pixels(from, to, band, *back, *how, sampling_for(quality));
+             });
+    return PF_Err_NONE;
+}
+
+std::string describe_transform(PF_ProgPtr, PF_Quality, PF_ModeFlags, PF_Field,
+                               const PF_EffectWorld *src, const PF_CompositeMode *mode,
+                               const PF_MaskWorld *, const PF_FloatMatrix *, A_long, PF_Boolean,
+                               const PF_Rect *dst_rect, PF_EffectWorld *dst) {
+    return describe_world(src) + " to " + describe_world(dst) + " " + describe_rect(dst_rect) +
+           ", " + describe_mode(mode);
 }
 
 }  // namespace stage::calls

@@ -12,12 +12,11 @@ int resolve(HostCall &call, Handle handle, const char *what) {
     const FoundRef found = host.refs.find(host.project, handle);
     if (found.state == RefState::kGood || handle == nullptr) return found.id;
     if (found.state == RefState::kStale) {
-        host.strict.report(
-            std::string("stale.") + what, call.command(),
+        call.report(
+            ("stale." + std::string(what)).c_str(),
             std::string(what) + " reference used after the number of " + what + "s changed");
     } else {
-        host.strict.report("ref.unknown", call.command(),
-                           std::string("this is no ") + what + " reference of the host's");
+        call.report("ref.unknown", std::string("this is no ") + what + " reference of the host's");
     }
     return 0;
 }
@@ -50,12 +49,12 @@ A_Err begin_change(HostCall &call, const char *undo_name) {
 
 void note_plugin_id(HostCall &call, AEGP_PluginID id) {
     if (id != 0 || !call.host().refs.first_zero_plugin_id()) return;
-    call.host().strict.report("aegp.plugin_id", call.command(), "plug-in id 0 was passed");
+    call.report("aegp.plugin_id", "plug-in id 0 was passed");
 }
 
-bool give_utf16(HostCall &call, const std::string &text, AEGP_MemHandle *handle) {
-    *handle = call.host().mem_handles.allocate_text(utf16_from_utf8(text), call.command());
-    return *handle != nullptr;
+bool give_utf16(HostCall &call, const std::string &text, AEGP_MemHandle &handle) {
+    handle = call.host().mem_handles.allocate_text(utf16_from_utf8(text), call.command());
+    return handle != nullptr;
 }
 
 }  // namespace stage

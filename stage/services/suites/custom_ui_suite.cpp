@@ -2,7 +2,7 @@
 #include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "stage/services/calls/drawbot_calls.h"
-#include "stage/services/calls/unimplemented.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 
 namespace stage {
@@ -10,29 +10,29 @@ namespace {
 
 /// Fails outside a draw event, with a finding. Null, with success, when the host has nothing to
 /// draw on.
-PF_Err get_drawing_reference(PF_ContextH context, DRAWBOT_DrawRef *result) noexcept {
-    return draw_call(
-        "PF Effect Custom UI Suite.PF_GetDrawingReference", [&](DrawCall &call) -> A_Err {
-            if (result == nullptr) return PF_Err_BAD_CALLBACK_PARAM;
-            *result = nullptr;
-            DrawbotStore &store = call.store();
-            if (!store.require_drawing(call.host_call().command()) || context == nullptr) {
-                return PF_Err_BAD_CALLBACK_PARAM;
-            }
-            *result = reference_as<DRAWBOT_DrawRef>(store.drawing_reference());
-            return PF_Err_NONE;
-        });
+PF_Err get_drawing_reference(DrawCall call, PF_ContextH context, DRAWBOT_DrawRef &result) {
+    result = nullptr;
+    DrawbotStore &store = call.store();
+    if (!store.require_drawing(call.command()) || context == nullptr) {
+        return PF_Err_BAD_CALLBACK_PARAM;
+    }
+    result = reference_as<DRAWBOT_DrawRef>(store.drawing_reference());
+    return PF_Err_NONE;
+}
+
+/// Number 2 has the manager of asynchronous rendering besides, which is not offered.
+template <class Suite>
+constexpr auto custom_ui_table() {
+    CallTable<Suite, kPFEffectCustomUISuite, CallRules{}.on_ui_thread()> table;
+    KS_SERVE(PF_GetDrawingReference, get_drawing_reference);
+    return table;
 }
 
 }  // namespace
 
 void add_custom_ui_suite(SuiteRegistry &suites) {
-    static const PF_EffectCustomUISuite1 table1{.PF_GetDrawingReference = get_drawing_reference};
-    // Asynchronous rendering of panes is not offered: asking for its manager is a finding.
-    static const auto table2 = with_all_slots(PF_EffectCustomUISuite2{
-        .PF_GetDrawingReference = get_drawing_reference, .PF_GetContextAsyncManager = nullptr});
-    suites.add(kPFEffectCustomUISuite, kPFEffectCustomUISuiteVersion1, &table1);
-    suites.add(kPFEffectCustomUISuite, kPFEffectCustomUISuiteVersion2, &table2);
+    offer<custom_ui_table<PF_EffectCustomUISuite1>>(suites, kPFEffectCustomUISuiteVersion1);
+    offer<custom_ui_table<PF_EffectCustomUISuite2>>(suites, kPFEffectCustomUISuiteVersion2);
 }
 
 }  // namespace stage

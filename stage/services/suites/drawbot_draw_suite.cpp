@@ -1,6 +1,7 @@
 // The small Drawbot suites: where an event draws, and what can be set on pens and images.
 #include "hostapi/suite_names.h"
 #include "stage/services/calls/drawbot_calls.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 
 namespace stage {
@@ -8,64 +9,69 @@ namespace {
 
 constexpr int kMaxDashes = 1024;
 
-SPErr get_supplier(DRAWBOT_DrawRef drawing, DRAWBOT_SupplierRef *result) noexcept {
-    return draw_call("DRAWBOT Draw Suite.GetSupplier", [&](DrawCall &call) -> A_Err {
-        if (result == nullptr) return A_Err_PARAMETER;
-        *result = nullptr;
-        if (call.find<DrawingObject>(drawing) == nullptr) return A_Err_PARAMETER;
-        *result = reference_as<DRAWBOT_SupplierRef>(call.store().supplier());
-        return A_Err_NONE;
-    });
+SPErr get_supplier(DrawCall call, DRAWBOT_DrawRef drawing, DRAWBOT_SupplierRef &result) {
+    result = nullptr;
+    if (call.find<DrawingObject>(drawing) == nullptr) return A_Err_PARAMETER;
+    result = reference_as<DRAWBOT_SupplierRef>(call.store().supplier());
+    return A_Err_NONE;
 }
 
-SPErr get_surface(DRAWBOT_DrawRef drawing, DRAWBOT_SurfaceRef *result) noexcept {
-    return draw_call("DRAWBOT Draw Suite.GetSurface", [&](DrawCall &call) -> A_Err {
-        if (result == nullptr) return A_Err_PARAMETER;
-        *result = nullptr;
-        if (call.find<DrawingObject>(drawing) == nullptr) return A_Err_PARAMETER;
-        *result = reference_as<DRAWBOT_SurfaceRef>(call.store().surface());
-        return A_Err_NONE;
-    });
+SPErr get_surface(DrawCall call, DRAWBOT_DrawRef drawing, DRAWBOT_SurfaceRef &result) {
+    result = nullptr;
+    if (call.find<DrawingObject>(drawing) == nullptr) return A_Err_PARAMETER;
+    result = reference_as<DRAWBOT_SurfaceRef>(call.store().surface());
+    return A_Err_NONE;
 }
 
 /// No dashes is a solid line. Refused: negative lengths, and patterns that draw and skip nothing.
-SPErr set_dash_pattern(DRAWBOT_PenRef pen, const float *dashes, int count) noexcept {
-    return draw_call("DRAWBOT Pen Suite.SetDashPattern", [&](DrawCall &call) -> A_Err {
-        PenObject *found = call.find<PenObject>(pen);
-        const bool possible = count == 0 || (count > 0 && count <= kMaxDashes && dashes != nullptr);
-        if (found == nullptr || !possible) return A_Err_PARAMETER;
-        double sum = 0;
-        for (int i = 0; i < count; ++i) {
-            if (!call.finite({dashes[i]}, "dash") || dashes[i] < 0) return A_Err_PARAMETER;
-            sum += dashes[i];
-        }
-        if (count > 0 && sum == 0) return A_Err_PARAMETER;
-        found->dashes.assign(dashes, dashes + count);
-        return A_Err_NONE;
-    });
+SPErr set_dash_pattern(DrawCall call, DRAWBOT_PenRef pen, const float *dashes, int count) {
+    PenObject *found = call.find<PenObject>(pen);
+    const bool possible = count == 0 || (count > 0 && count <= kMaxDashes && dashes != nullptr);
+    if (found == nullptr || !possible) return A_Err_PARAMETER;
+    double sum = 0;
+    for (int i = 0; i < count; ++i) {
+        if (!call.finite({dashes[i]}, "dash") || dashes[i] < 0) return A_Err_PARAMETER;
+        sum += dashes[i];
+    }
+    if (count > 0 && sum == 0) return A_Err_PARAMETER;
+    found->dashes.assign(dashes, dashes + count);
+    return A_Err_NONE;
 }
 
-SPErr set_scale_factor(DRAWBOT_ImageRef image, float factor) noexcept {
-    return draw_call("DRAWBOT Image Suite.SetScaleFactor", [&](DrawCall &call) -> A_Err {
-        ImageObject *found = call.find<ImageObject>(image);
-        if (found == nullptr || !call.finite({factor}, "scale factor") || factor <= 0) {
-            return A_Err_PARAMETER;
-        }
-        found->image.scale_factor = factor;
-        return A_Err_NONE;
-    });
+SPErr set_scale_factor(DrawCall call, DRAWBOT_ImageRef image, float factor) {
+    ImageObject *found = call.find<ImageObject>(image);
+    if (found == nullptr || !call.finite({factor}, "scale factor") || factor <= 0) {
+        return A_Err_PARAMETER;
+    }
+    found->image.scale_factor = factor;
+    return A_Err_NONE;
 }
 
-constexpr DRAWBOT_DrawbotSuite1 kDrawSuite{.GetSupplier = get_supplier, .GetSurface = get_surface};
-constexpr DRAWBOT_PenSuite1 kPenSuite{.SetDashPattern = set_dash_pattern};
-constexpr DRAWBOT_ImageSuite1 kImageSuite{.SetScaleFactor = set_scale_factor};
+constexpr auto draw_table() {
+    CallTable<DRAWBOT_DrawbotSuite1, kDRAWBOT_DrawSuite, kDrawCall> table;
+    KS_SERVE(GetSupplier, get_supplier);
+    KS_SERVE(GetSurface, get_surface);
+    return table;
+}
+
+constexpr auto pen_table() {
+    CallTable<DRAWBOT_PenSuite1, kDRAWBOT_PenSuite, kDrawCall> table;
+    KS_SERVE(SetDashPattern, set_dash_pattern);
+    return table;
+}
+
+constexpr auto image_table() {
+    CallTable<DRAWBOT_ImageSuite1, kDRAWBOT_ImageSuite, kDrawCall> table;
+    KS_SERVE(SetScaleFactor, set_scale_factor);
+    return table;
+}
 
 }  // namespace
 
 void add_drawbot_draw_suites(SuiteRegistry &suites) {
-    suites.add(kDRAWBOT_DrawSuite, kDRAWBOT_DrawSuite_Version1, &kDrawSuite);
-    suites.add(kDRAWBOT_PenSuite, kDRAWBOT_PenSuite_Version1, &kPenSuite);
-    suites.add(kDRAWBOT_ImageSuite, kDRAWBOT_ImageSuite_Version1, &kImageSuite);
+    offer<draw_table>(suites, kDRAWBOT_DrawSuite_Version1);
+    offer<pen_table>(suites, kDRAWBOT_PenSuite_Version1);
+    offer<image_table>(suites, kDRAWBOT_ImageSuite_Version1);
 }
 
 }  // namespace stage

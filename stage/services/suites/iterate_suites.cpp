@@ -1,60 +1,45 @@
-// "PF Iterate8 Suite", "PF iterate16 Suite", "PF iterateFloat Suite", numbers 1 and 2 of each.
-#include "hostapi/pf_suites.h"
+// "PF Iterate8 Suite", "PF iterate16 Suite", "PF iterateFloat Suite", numbers 1 and 2 of each,
+// which have the same slots.
 #include "hostapi/suite_names.h"
-#include "stage/host/suite_registry.h"
-#include "stage/services/calls/call_support.h"
 #include "stage/services/calls/iterate_calls.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 
 namespace stage {
 namespace {
 
-template <CallName kName, class Pixel>
-PF_Err iterate(PF_InData *, A_long, A_long, PF_EffectWorld *src, const PF_Rect *area, void *refcon,
-               calls::PixelFunction<Pixel> function, PF_EffectWorld *dst) noexcept {
-    return calls::iterate<Pixel>(kName.text, src, area, refcon, function, dst);
+template <class Suite>
+constexpr auto iterate8_table() {
+    CallTable<Suite, kPFIterate8Suite> table;
+    KS_SERVE(iterate, calls::iterate<PF_Pixel>, calls::describe_iterate<PF_Pixel>);
+    KS_SERVE(iterate_generic, calls::iterate_generic, calls::describe_iterations);
+    return table;
 }
 
-// Numbers 1 and 2 have the same slots.
+template <class Suite, CallName kName, class Pixel>
+constexpr auto deep_table() {
+    CallTable<Suite, kName> table;
+    KS_SERVE(iterate, calls::iterate<Pixel>, calls::describe_iterate<Pixel>);
+    return table;
+}
 template <class Suite>
-constexpr Suite kIterate8{
-    .iterate = iterate<"PF Iterate8 Suite.iterate", PF_Pixel>,
-    .iterate_origin = unimplemented<"PF Iterate8 Suite.iterate_origin">,
-    .iterate_lut = unimplemented<"PF Iterate8 Suite.iterate_lut">,
-    .iterate_origin_non_clip_src = unimplemented<"PF Iterate8 Suite.iterate_origin_non_clip_src">,
-    .iterate_generic = [](A_long iterations, void *refcon,
-                          calls::GenericFunction function) noexcept -> PF_Err {
-        return calls::iterate_generic("PF Iterate8 Suite.iterate_generic", iterations, refcon,
-                                      function);
-    },
-};
-
+constexpr auto iterate16_table() {
+    return deep_table<Suite, kPFIterate16Suite, PF_Pixel16>();
+}
 template <class Suite>
-constexpr Suite kIterate16{
-    .iterate = iterate<"PF iterate16 Suite.iterate", PF_Pixel16>,
-    .iterate_origin = unimplemented<"PF iterate16 Suite.iterate_origin">,
-    .iterate_origin_non_clip_src = unimplemented<"PF iterate16 Suite.iterate_origin_non_clip_src">,
-};
-
-template <class Suite>
-constexpr Suite kIterateFloat{
-    .iterate = iterate<"PF iterateFloat Suite.iterate", PF_PixelFloat>,
-    .iterate_origin = unimplemented<"PF iterateFloat Suite.iterate_origin">,
-    .iterate_origin_non_clip_src =
-        unimplemented<"PF iterateFloat Suite.iterate_origin_non_clip_src">,
-};
+constexpr auto iterate_float_table() {
+    return deep_table<Suite, kPFIterateFloatSuite, PF_PixelFloat>();
+}
 
 }  // namespace
 
 void add_iterate_suites(SuiteRegistry &suites) {
-    suites.add(kPFIterate8Suite, kPFIterate8SuiteVersion1, &kIterate8<PF_Iterate8Suite1>);
-    suites.add(kPFIterate8Suite, kPFIterate8SuiteVersion2, &kIterate8<PF_Iterate8Suite2>);
-    suites.add(kPFIterate16Suite, kPFIterate16SuiteVersion1, &kIterate16<PF_iterate16Suite1>);
-    suites.add(kPFIterate16Suite, kPFIterate16SuiteVersion2, &kIterate16<PF_iterate16Suite2>);
-    suites.add(kPFIterateFloatSuite, kPFIterateFloatSuiteVersion1,
-               &kIterateFloat<PF_iterateFloatSuite1>);
-    suites.add(kPFIterateFloatSuite, kPFIterateFloatSuiteVersion2,
-               &kIterateFloat<PF_iterateFloatSuite2>);
+    offer<iterate8_table<PF_Iterate8Suite1>>(suites, kPFIterate8SuiteVersion1);
+    offer<iterate8_table<PF_Iterate8Suite2>>(suites, kPFIterate8SuiteVersion2);
+    offer<iterate16_table<PF_iterate16Suite1>>(suites, kPFIterate16SuiteVersion1);
+    offer<iterate16_table<PF_iterate16Suite2>>(suites, kPFIterate16SuiteVersion2);
+    offer<iterate_float_table<PF_iterateFloatSuite1>>(suites, kPFIterateFloatSuiteVersion1);
+    offer<iterate_float_table<PF_iterateFloatSuite2>>(suites, kPFIterateFloatSuiteVersion2);
 }
 
 }  // namespace stage

@@ -2,13 +2,12 @@
 #include <string>
 
 #include "hostapi/constants.h"
-#include "hostapi/pf_suites.h"
 #include "hostapi/suite_names.h"
 #include "stage/effect/effect_instance.h"
 #include "stage/effect/plugin.h"
 #include "stage/host/active_command.h"
 #include "stage/host/host.h"
-#include "stage/host/host_call.h"
+#include "stage/services/calls/suite_table.h"
 #include "stage/services/suites/suites.h"
 
 namespace stage {
@@ -25,56 +24,46 @@ const char *ignored_change(const PF_ParamDef &added, const PF_ParamDef &def) {
 }
 
 /// Takes over looks alone; whatever else differs in `def` is ignored, as the real host does.
-PF_Err update_param_ui(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) {
-    HostCall call("PF Param Utils Suite.PF_UpdateParamUI");
-    if (call.traced()) call.arguments(std::to_string(index));
-    if (call.must_fail()) return call.result(call.error());
+PF_Err update_param_ui(HostCall &call, PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *def) {
     ActiveCommand *active = call.host().active;
     if (active == nullptr || active->instance == nullptr || def == nullptr || index < 1 ||
         index >= active->plugin->catalog.count()) {
-        call.host().strict.report("params.update_ui", call.command(),
-                                  "parameter " + std::to_string(index) + " cannot be updated");
-        return call.result(PF_Err_BAD_CALLBACK_PARAM);
+        call.report("params.update_ui",
+                    "parameter " + std::to_string(index) + " cannot be updated");
+        return PF_Err_BAD_CALLBACK_PARAM;
     }
     for (const PF_ParamDef *own : active->params_array) {
         if (own == def) {
-            call.host().strict.report("params.update_ui", call.command(),
-                                      "the definition itself was passed instead of a copy");
+            call.report("params.update_ui", "the definition itself was passed instead of a copy");
         }
     }
     if (const char *part = ignored_change(active->plugin->catalog.at(index).def, *def)) {
-        call.host().strict.report("params.update_ui_ignored", call.command(),
-                                  std::string("the new ") + part + " of parameter " +
-                                      std::to_string(index) + " is ignored");
+        call.report("params.update_ui_ignored", std::string("the new ") + part + " of parameter " +
+                                                    std::to_string(index) + " is ignored");
     }
     ParamLook &look = active->instance->looks.at(static_cast<std::size_t>(index));
     const PF_ParamFlags fixed = look.flags & ~PF_ParamFlag_COLLAPSE_TWIRLY;
     look = look_of(*def);
     look.flags = fixed | (def->flags & PF_ParamFlag_COLLAPSE_TWIRLY);
-    return call.result(PF_Err_NONE);
+    return PF_Err_NONE;
 }
 
-constexpr PF_ParamUtilsSuite1 make_suite1() {
-    PF_ParamUtilsSuite1 suite{};
-    suite.PF_UpdateParamUI = update_param_ui;
-    return suite;
+std::string describe_index(PF_ProgPtr, PF_ParamIndex index, const PF_ParamDef *) {
+    return std::to_string(index);
 }
 
-constexpr PF_ParamUtilsSuite3 make_suite3() {
-    PF_ParamUtilsSuite3 suite{};
-    suite.PF_UpdateParamUI = update_param_ui;
-    return suite;
+template <class Suite>
+constexpr auto param_utils_table() {
+    CallTable<Suite, kPFParamUtilsSuite> table;
+    KS_SERVE(PF_UpdateParamUI, update_param_ui, describe_index);
+    return table;
 }
-
-// Slots for keyframes and states are null: no effect of ours asks for them.
-constexpr PF_ParamUtilsSuite1 kSuite1 = make_suite1();
-constexpr PF_ParamUtilsSuite3 kSuite3 = make_suite3();
 
 }  // namespace
 
 void add_param_utils_suite(SuiteRegistry &suites) {
-    suites.add(kPFParamUtilsSuite, kPFParamUtilsSuiteVersion1, &kSuite1);
-    suites.add(kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3, &kSuite3);
+    offer<param_utils_table<PF_ParamUtilsSuite1>>(suites, kPFParamUtilsSuiteVersion1);
+    offer<param_utils_table<PF_ParamUtilsSuite3>>(suites, kPFParamUtilsSuiteVersion3);
 }
 
 }  // namespace stage

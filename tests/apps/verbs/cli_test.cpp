@@ -176,6 +176,20 @@ TEST(Render, original_is_wiped_over) {
     EXPECT_EQ(picture.at(100, 50)[1], 1.0f);                    // the wipe's edge
 }
 
+TEST(Render, layers_are_set_by_their_name) {
+    const Scratch scratch;
+    const auto render = [&](const char *source) {
+        return stage({"render", "--chart", "ramp", "--size", "200x100", "-o", scratch.file("o.pam"),
+                      "--depth", "8", "--set", std::string("Original Source=") + source});
+    };
+    EXPECT_EQ(render("Footage").status, 0);
+    EXPECT_EQ(render("none").status, 0);
+    const Outcome refused = render("nobody");
+    EXPECT_EQ(refused.status, 1);
+    expect_one_line(refused);
+    EXPECT_THAT(refused.err, HasSubstr("there is no layer \"nobody\" (there are \"Scopes\", "));
+}
+
 TEST(Render, project_file_survives_a_restart) {
     const Scratch scratch;
     ASSERT_EQ(stage({"render", "--chart", "test-card", "--size", "320x180", "-o",

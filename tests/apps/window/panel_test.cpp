@@ -50,8 +50,8 @@ TEST_F(ViewPanel, TypedColourIsOneStepOfUndo) {
     display().key("a", true);
     for (const char *letter : {"4", "0", "8", "0", "c", "0"}) display().key(letter);
     display().key("Return");
-    wait_for("the colour",
-             [](const Json &now) { return entry(now, kColor)["value"] == "#4080c0"; });
+    wait_for("the colour", [](const Json &now) { return entry(now, kColor)["text"] == "#4080c0"; });
+    EXPECT_EQ(entry(report(), kColor)["value"], Json({255, 0x40, 0x80, 0xc0}));
     display().key("z", true);
     wait_for("undo", [&](const Json &now) { return entry(now, kColor)["value"] == before; });
     EXPECT_EQ(entry(report(), 36)["value"], true) << "that was a step before";

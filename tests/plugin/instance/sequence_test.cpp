@@ -83,7 +83,6 @@ TEST_F(Sequence, reset_on_an_adjustment_layer_pins_it_but_changes_no_flag) {
     const AEGP_LayerFlags before = project.effect_layer->flags;
     EXPECT_EQ(ks::sequence_setup(&host.in, &host.out, false), 0);
     EXPECT_EQ(project.effect_layer->flags, before);
-    EXPECT_EQ(project.stack.size(), 1u);
     ASSERT_EQ(project.scripts.size(), 1u);
     EXPECT_NE(project.scripts[0].find("[thisComp.width / 2, thisComp.height / 2]"),
               std::string::npos);
@@ -98,6 +97,17 @@ TEST_F(Sequence, setup_survives_an_effect_without_a_layer) {
     project.has_effect_layer = false;
     EXPECT_EQ(ks::sequence_setup(&host.in, &host.out, true), 0);
     EXPECT_NE(host.out.sequence_data, nullptr);
+    expect_clean();
+}
+
+TEST_F(Sequence, layer_outside_a_composition_is_left_alone) {
+    project.has_comp = false;
+    project.effect_layer->flags |= AEGP_LayerFlag_ADJUSTMENT_LAYER;
+    const AEGP_LayerFlags before = project.effect_layer->flags;
+    EXPECT_EQ(ks::sequence_setup(&host.in, &host.out, true), 0);
+    EXPECT_EQ(project.effect_layer->flags, before);
+    EXPECT_EQ(host.out.out_flags & PF_OutFlag_DISPLAY_ERROR_MESSAGE, 0);
+    EXPECT_EQ(project.scripts.size(), 1u) << "an adjustment layer is pinned all the same";
     expect_clean();
 }
 

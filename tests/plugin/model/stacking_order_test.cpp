@@ -6,10 +6,13 @@
 #include <cstring>
 #include <string>
 
+#include "oracle/order_oracle.h"
+
 namespace {
 
 using ks::InstanceRecord;
 using ks::ScopeKind;
+using ks::oracle::OrderBytes;
 
 constexpr ScopeKind kAllKinds[] = {ScopeKind::kWaveform, ScopeKind::kVectorscope,
                                    ScopeKind::kParade, ScopeKind::kSlice, ScopeKind::kHistogram};
@@ -110,51 +113,10 @@ TEST(PanelOrder, damaged_counts_are_stepped_as_they_are) {
               "5 1 2 3 4 : 127");
 }
 
-// The rules once more, over the bytes from the order's first to the count: byte 5 is the count.
-using Bytes = std::array<std::int8_t, 6>;
-
-int seen(const Bytes &b) {
-    return b[5] < 0 ? 0 : (b[5] > 5 ? 5 : b[5]);
-}
-
-void model_remove(Bytes &b, std::int8_t s) {
-    if (b[5] <= 0) return;
-    const std::size_t count = static_cast<std::size_t>(seen(b));
-    bool moving = false;
-    for (std::size_t i = 0; i < count; ++i) {
-        if (b[i] == s) moving = true;
-        if (moving) b[i] = b[i + 1];
-    }
-    b[5] = static_cast<std::int8_t>(b[5] - 1);
-}
-
-void model_add(Bytes &b, std::int8_t s) {
-    const std::size_t count = static_cast<std::size_t>(seen(b));
-    for (std::size_t i = 0; i < count; ++i) {
-        if (b[i] == s) return;
-    }
-    if (b[5] >= 5) return;
-    Bytes to = b;
-    for (std::size_t i = 0; i < count; ++i) to[i + 1] = b[i];
-    to[0] = s;
-    to[5] = static_cast<std::int8_t>(b[5] + 1);
-    b = to;
-}
-
-void model_front(Bytes &b, std::int8_t s) {
-    if (b[0] == s) return;
-    const Bytes was = b;
-    for (int at = seen(b) - 1; at >= 1; --at) {
-        if (was[static_cast<std::size_t>(at)] != s) continue;
-        for (std::size_t i = 1; i <= static_cast<std::size_t>(at); ++i) b[i] = was[i - 1];
-        break;
-    }
-    b[0] = s;
-}
-
 TEST(PanelOrder, every_edit_of_every_order_and_count_changes_these_six_bytes_alone) {
     constexpr Edit kEdits[] = {ks::remove_scope, ks::add_scope, ks::bring_scope_to_front};
-    constexpr void (*kModels[])(Bytes &, std::int8_t) = {model_remove, model_add, model_front};
+    constexpr void (*kRules[])(OrderBytes &, int) = {
+        ks::oracle::order_remove, ks::oracle::order_add, ks::oracle::order_to_front};
     constexpr int kCounts[] = {-128, -1, 0, 1, 2, 3, 4, 5, 6, 127};
     int wrong = 0;
     for (int number = 0; number < 7776; ++number) {
@@ -167,11 +129,11 @@ TEST(PanelOrder, every_edit_of_every_order_and_count_changes_these_six_bytes_alo
                 for (std::size_t e = 0; e < 3; ++e) {
                     InstanceRecord record = make(order, count);
                     InstanceRecord expected = record;
-                    Bytes bytes;
+                    OrderBytes bytes;
                     auto *at =
                         reinterpret_cast<char *>(&expected) + offsetof(InstanceRecord, scope_order);
                     std::memcpy(bytes.data(), at, bytes.size());
-                    kModels[e](bytes, static_cast<std::int8_t>(kind));
+                    kRules[e](bytes, static_cast<int>(kind));
                     std::memcpy(at, bytes.data(), bytes.size());
                     kEdits[e](record, kind);
                     wrong += std::memcmp(&record, &expected, sizeof record) != 0;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "geometry/first_sizes.h"
+#include "geometry/scope_panel.h"
 #include "scopes/context/context_setup.h"
 #include "scopes/sampling/sample_plan.h"
 #include "scopes/traces/histogram_bars.h"
@@ -125,7 +126,7 @@ Traces traces(IntSize layer, double size, std::uint32_t reduction) {
     const ScopeSampleContext context = make_sample_context(
         planned.frame, planned.settings, layout_units(label_scale(layer.width, output), scale));
     const SamplePlan plan = make_sample_plan(context, 1);
-    return {plan.waveform_luma, plan.parade_rgb};
+    return {plan.has(Consumer::kLumaRows), plan.rgb_uses.parade};
 }
 
 TEST(DocumentedFigures, panels_too_narrow_at_full_resolution) {
@@ -146,8 +147,8 @@ TEST(DocumentedFigures, panels_too_low_at_full_resolution) {
         const ScopeSampleContext context =
             make_sample_context(planned.frame, planned.settings, layout_units(1.0, kFull));
         const SamplePlan plan = make_sample_plan(context, 1);
-        EXPECT_EQ(plan.waveform_luma, height == 26);
-        EXPECT_EQ(plan.parade_rgb, height == 26);
+        EXPECT_EQ(plan.has(Consumer::kLumaRows), height == 26);
+        EXPECT_EQ(plan.rgb_uses.parade, height == 26);
     }
 }
 

@@ -45,7 +45,7 @@ TEST_F(DeskTest, applying_to_several_layers_sets_up_each) {
     const LayerId b = desk.add_chart("test-card", 64, 36);
     desk.select({a, b});
     EXPECT_EQ(desk.apply().size(), 2u);
-    EXPECT_EQ(session.host.instances.size(), 2u);
+    EXPECT_EQ(session.instances().size(), 2u);
 }
 
 TEST_F(DeskTest, choosing_follows_the_selection) {
@@ -62,9 +62,9 @@ TEST_F(DeskTest, choosing_follows_the_selection) {
 
 TEST_F(DeskTest, a_locked_layer_cannot_be_selected_moved_or_deleted) {
     set_the_scene();
-    const stage::Item &comp = *session.host.project.comp(session.host.project.active_comp);
+    const stage::Item &comp = *session.project().comp(session.project().active_comp);
     const LayerId first = comp.layers.back().id;
-    session.host.project.layer(first)->flags |= stage::layer_flag::kLocked;
+    session.project().layer(first)->flags |= stage::layer_flag::kLocked;
     EXPECT_THROW(desk.select({first}), SessionError);
     EXPECT_THROW(desk.delete_layer(first), SessionError);
     EXPECT_THROW(desk.move_layer(first, 0), SessionError);
@@ -116,10 +116,10 @@ TEST_F(DeskTest, undoing_the_application_sets_the_effect_down_and_redo_wakes_it)
     set("Show Histogram", 1);
     EXPECT_TRUE(desk.undo());
     EXPECT_TRUE(desk.undo());
-    EXPECT_THAT(session.host.instances, IsEmpty());
+    EXPECT_THAT(session.instances(), IsEmpty());
     EXPECT_EQ(desk.effect(), nullptr);
     EXPECT_TRUE(desk.redo());
-    ASSERT_EQ(session.host.instances.size(), 1u);
+    ASSERT_EQ(session.instances().size(), 1u);
     ASSERT_NE(desk.effect(), nullptr);
     EXPECT_TRUE(desk.redo());
     EXPECT_THAT(order(), ElementsAre(5, 1, 2, 3)) << "its record came back as it was left";
@@ -130,7 +130,7 @@ TEST_F(DeskTest, a_removed_effect_comes_back_with_its_record) {
     set_the_scene();
     set("Show Slice Waveform", 1);
     desk.remove_effect();
-    EXPECT_THAT(session.host.instances, IsEmpty());
+    EXPECT_THAT(session.instances(), IsEmpty());
     EXPECT_TRUE(desk.undo());
     EXPECT_THAT(order(), ElementsAre(4, 1, 2, 3));
 }
@@ -151,18 +151,18 @@ TEST_F(KeepingHost, an_effect_whose_record_was_lost_can_be_removed_deleted_and_s
     desk.save(file);
     std::filesystem::remove(file);
     desk.remove_effect();
-    EXPECT_THAT(session.host.instances, IsEmpty());
+    EXPECT_THAT(session.instances(), IsEmpty());
     session.host.strict.clear();  // the handle that this host kept was used after its end
     desk.undo();
     desk.delete_layer(scopes);
-    EXPECT_THAT(session.host.instances, IsEmpty());
+    EXPECT_THAT(session.instances(), IsEmpty());
 }
 
 TEST_F(DeskTest, a_deleted_layer_takes_its_effect_along_and_brings_it_back) {
     set_the_scene();
     set("Show Slice Waveform", 1);
     desk.delete_layer(scopes);
-    EXPECT_THAT(session.host.instances, IsEmpty());
+    EXPECT_THAT(session.instances(), IsEmpty());
     EXPECT_TRUE(desk.undo());
     EXPECT_THAT(order(), ElementsAre(4, 1, 2, 3));
     EXPECT_EQ(desk.effect()->layer, scopes);
@@ -173,7 +173,7 @@ TEST_F(DeskTest, duplicating_a_layer_duplicates_order_values_and_panel) {
     set("Show Histogram", 1);
     set("Monitor Gain", 2);
     const LayerId copy = desk.duplicate_layer(scopes);
-    ASSERT_EQ(session.host.instances.size(), 2u);
+    ASSERT_EQ(session.instances().size(), 2u);
     EXPECT_EQ(desk.effect()->layer, copy);
     EXPECT_THAT(order(), ElementsAre(5, 1, 2, 3));
     EXPECT_EQ(get("Monitor Gain").number, 2);

@@ -158,8 +158,7 @@ TEST_F(ParamTextTest, colours_take_hex_or_three_numbers) {
 }
 
 TEST_F(ParamTextTest, layers_and_groups_are_not_set_by_text) {
-    EXPECT_EQ(parse_error(13, "Layer 1"),
-              "\"Original\" is a layer: give its picture with --original");
+    EXPECT_EQ(parse_error(13, "Layer 1"), "\"Original\" is a layer, which only a project can name");
     EXPECT_EQ(parse_error(1, "x"), "\"Scopes\" has no value to set");
 }
 

@@ -124,10 +124,10 @@ TEST_F(InputCacheTest, depth_resolution_and_time_are_part_of_the_question) {
     expect_renewed(before, "half", half);
     const ViewImage first = scene.frame().image;
     const std::uint64_t made_at_8 = made();
-    scene.session.host.options.depth = Depth::U16;
+    scene.session.options().depth = Depth::U16;
     scene.frame();
     EXPECT_GT(made(), made_at_8);
-    scene.session.host.options.depth = Depth::U8;
+    scene.session.options().depth = Depth::U8;
     expect_same(scene.frame().image, first);
 }
 

@@ -31,6 +31,9 @@ TEST(Utf16, BrokenTextBecomesReplacementCharacters) {
     EXPECT_EQ(utf16_from_utf8("\xE2\x82"), u"\uFFFD");
     EXPECT_EQ(utf16_from_utf8("\xED\xA0\x80"), u"\uFFFD");
     EXPECT_EQ(utf16_from_utf8("\xF5\x80\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");
+    EXPECT_EQ(utf16_from_utf8("\xE0\x80\x80"), u"\uFFFD");
+    EXPECT_EQ(utf16_from_utf8("\xF4\x90\x80\x80"), u"\uFFFD");
+    EXPECT_EQ(utf16_from_utf8("\xF0\x9F\x8E!\x80"), u"\uFFFD!\uFFFD");
     EXPECT_EQ(utf8_from_utf16(std::u16string(1, u'\xD83C') + u"x"), "\xEF\xBF\xBDx");
     EXPECT_EQ(utf8_from_utf16(std::u16string(1, u'\xDC00')), "\xEF\xBF\xBD");
 }

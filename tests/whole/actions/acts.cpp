@@ -41,7 +41,7 @@ std::string fingerprint(User &user) {
         text += std::to_string(layer.id) + (layer.selected ? "s" : "") + ":" +
                 std::to_string(layer.effects.size()) + " ";
     }
-    for (const auto &held : user.session.host.instances) text += std::to_string(held->id) + ",";
+    for (const auto &held : user.session.instances()) text += std::to_string(held->id) + ",";
     return text;
 }
 
@@ -51,14 +51,14 @@ void act_once(User &user) {
     ++user.actions;
     const Act &act = draw_act(user);
     const std::string before = fingerprint(user);
-    const bool can_redo = user.session.host.undo.next_redo() != nullptr;
+    const bool can_redo = user.session.history().next_redo() != nullptr;
     try {
         act.run(user);
     } catch (const std::runtime_error &refusal) {
         user.add_to_note(std::string(", refused: ") + refusal.what());
         EXPECT_TRUE(act.may_refuse) << act.name << ": " << refusal.what();
         EXPECT_EQ(fingerprint(user), before) << act.name << " was refused";
-        EXPECT_EQ(user.session.host.undo.next_redo() != nullptr, can_redo)
+        EXPECT_EQ(user.session.history().next_redo() != nullptr, can_redo)
             << act.name << " was refused and yet cost what could be redone";
     }
 }

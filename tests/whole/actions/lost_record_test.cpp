@@ -37,7 +37,7 @@ class LostRecord : public testing::Test {
     // Checks that were broken since the last call; the departures that are known do not count.
     Checks findings() {
         Checks checks;
-        for (const stage::Finding &finding : user.session.host.strict.violations()) {
+        for (const stage::Finding &finding : user.session.findings()) {
             checks.insert(finding.check);
         }
         user.session.host.strict.clear();

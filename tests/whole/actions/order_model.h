@@ -1,11 +1,12 @@
-// The stacking order of one instance as the rules of the panel and of rendering change it: a model
-// of its own, which shares nothing with the plug-in.
+// The stacking order of one instance over a sequence of acts, and how long the rules of the panel
+// and of rendering promise that it names the scopes shown.
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <string>
 #include <vector>
+
+#include "oracle/order_oracle.h"
 
 namespace actions {
 
@@ -41,16 +42,13 @@ class OrderModel {
     void rendered(const Boxes &boxes);
 
     // Entries 0 to 4 and the count, as the record holds them, stale entries included.
-    const std::array<std::int8_t, 6> &bytes() const { return bytes_; }
+    const ks::oracle::OrderBytes &bytes() const { return bytes_; }
     // The valid ones among them.
-    std::vector<int> entries() const { return {bytes_.begin(), bytes_.begin() + count()}; }
+    std::vector<int> entries() const { return {bytes_.begin(), bytes_.begin() + bytes_[5]}; }
     bool promised() const { return promised_; }
 
   private:
-    int count() const { return bytes_[5]; }
-    void resize(int change) { bytes_[5] = static_cast<std::int8_t>(bytes_[5] + change); }
-
-    std::array<std::int8_t, 6> bytes_{1, 2, 3, 0, 0, 3};
+    ks::oracle::OrderBytes bytes_{1, 2, 3, 0, 0, 3};
     bool promised_ = true;
 };
 
@@ -59,7 +57,7 @@ std::vector<int> listed_by_a_frame(const Boxes &boxes);
 // Whether `entries` names each scope that is on once, and nothing else.
 bool agree(std::vector<int> entries, const Boxes &boxes);
 
-std::string to_text(const std::array<std::int8_t, 6> &bytes);
+std::string to_text(const ks::oracle::OrderBytes &bytes);
 std::string to_text(const Boxes &boxes);
 
 }  // namespace actions

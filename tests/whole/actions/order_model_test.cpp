@@ -70,31 +70,5 @@ TEST(OrderModel, reset_alone_promises_nothing_while_the_boxes_differ) {
     EXPECT_FALSE(model.promised());
 }
 
-// Every sequence of five ticks and moves from the start: while the model promises it, the list
-// names exactly the scopes that are on, each once.
-TEST(OrderModel, keeps_its_promise_over_all_short_sequences) {
-    long promised = 0;
-    for (long number = 0; number < 15 * 15 * 15 * 15 * 15; ++number) {
-        OrderModel model;
-        Boxes boxes = kDefaultBoxes;
-        for (long rest = number, step = 0; step < 5; ++step, rest /= 15) {
-            const int kind = 1 + static_cast<int>(rest % 5);
-            bool &box = boxes[static_cast<std::size_t>(kind)];
-            const long what = rest % 15 / 5;
-            if (what == 2) {
-                model.to_front(kind, boxes);
-            } else {
-                model.show(kind, what == 1, box);
-                box = what == 1;
-            }
-        }
-        if (!model.promised()) continue;
-        ++promised;
-        ASSERT_TRUE(agree(model.entries(), boxes))
-            << number << ": " << order(model) << " with " << to_text(boxes);
-    }
-    EXPECT_GT(promised, 1000);
-}
-
 }  // namespace
 }  // namespace actions

@@ -60,12 +60,12 @@ void duplicate_layer(User &user) {
     const stage::Layer layer = user.dice.pick(user.layers());
     user.note("duplicate " + name_of(layer));
     std::map<int, OrderModel> originals;  // by place in the layer's list
-    for (const auto &held : user.session.host.instances) {
+    for (const auto &held : user.session.instances()) {
         if (held->layer == layer.id) originals[held->effect] = user.order(*held);
     }
     const stage::LayerId copy = user.desk.duplicate_layer(layer.id);
     std::size_t copies = 0;
-    for (const auto &held : user.session.host.instances) {
+    for (const auto &held : user.session.instances()) {
         if (held->layer != copy) continue;
         ++copies;
         user.order(*held) = originals.at(held->effect);
@@ -128,7 +128,7 @@ void expect_applied(User &user, const stage::Layer &before, const stage::Command
 }
 
 void apply(User &user) {
-    if (user.session.host.instances.size() >= kMostEffects) return user.note("effects enough");
+    if (user.session.instances().size() >= kMostEffects) return user.note("effects enough");
     std::vector<stage::Layer> selected;
     for (const stage::Layer &layer : user.layers()) {
         if (layer.selected) selected.push_back(layer);
@@ -136,24 +136,24 @@ void apply(User &user) {
     user.note("apply to");
     for (const stage::Layer &layer : selected) user.add_to_note(" " + name_of(layer));
     std::vector<int> known;
-    for (const auto &held : user.session.host.instances) known.push_back(held->id);
+    for (const auto &held : user.session.instances()) known.push_back(held->id);
     const std::vector<stage::CommandResult> results = user.desk.apply();
     ASSERT_EQ(results.size(), selected.size());
     for (std::size_t i = 0; i < results.size(); ++i) expect_applied(user, selected[i], results[i]);
-    for (const auto &held : user.session.host.instances) {
+    for (const auto &held : user.session.instances()) {
         if (std::ranges::find(known, held->id) == known.end()) user.order(*held) = OrderModel();
     }
 }
 
 void remove_effect(User &user) {
     user.note("remove the effect");
-    const std::size_t count = user.session.host.instances.size();
+    const std::size_t count = user.session.instances().size();
     user.desk.remove_effect();
-    EXPECT_EQ(user.session.host.instances.size(), count - 1);
+    EXPECT_EQ(user.session.instances().size(), count - 1);
 }
 
 void choose_effect(User &user) {
-    auto &instances = user.session.host.instances;
+    auto &instances = user.session.instances();
     stage::EffectInstance &instance = *user.dice.pick(instances);
     user.note("choose the effect on layer " + std::to_string(instance.layer));
     user.desk.choose(instance);
@@ -162,7 +162,7 @@ void choose_effect(User &user) {
 void move_through_history(User &user, const char *name, bool (stage::Desk::*move)()) {
     user.note(name);
     if (!(user.desk.*move)()) return user.add_to_note(", nothing");
-    for (const auto &held : user.session.host.instances) {
+    for (const auto &held : user.session.instances()) {
         user.order(*held).history_moved(user.last_boxes[held->id], user.boxes(*held));
     }
 }
@@ -180,7 +180,7 @@ std::vector<const stage::EffectInstance *> in_file_order(User &user) {
     for (const auto &item : user.project().items()) {
         for (const stage::Layer &layer : item->layers) {
             for (const stage::EffectState &effect : layer.effects) {
-                for (const auto &held : user.session.host.instances) {
+                for (const auto &held : user.session.instances()) {
                     if (held->id == effect.instance) found.push_back(held.get());
                 }
             }
@@ -228,7 +228,7 @@ void set_depth(User &user) {
     constexpr stage::Depth kDepths[] = {stage::Depth::U8, stage::Depth::U16, stage::Depth::Float};
     const stage::Depth depth = user.dice.pick(kDepths);
     user.note("depth " + std::to_string(static_cast<int>(depth)));
-    user.session.host.options.depth = depth;
+    user.session.options().depth = depth;
     user.desk.touch();
 }
 

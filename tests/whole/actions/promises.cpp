@@ -25,7 +25,7 @@ std::string at(const stage::EffectInstance &instance) {
 }
 
 void expect_no_finding(User &user) {
-    for (const stage::Finding &finding : user.session.host.strict.violations()) {
+    for (const stage::Finding &finding : user.session.findings()) {
         ADD_FAILURE() << finding.check << " in " << finding.command << ": " << finding.text;
     }
     user.session.host.strict.clear();
@@ -119,7 +119,7 @@ void expect_greyed(User &user, const stage::EffectInstance &instance) {
 
 void expect_promises(User &user) {
     expect_no_finding(user);
-    for (const auto &instance : user.session.host.instances) {
+    for (const auto &instance : user.session.instances()) {
         expect_order(user, *instance);
         expect_values(user, *instance);
         expect_hidden(user, *instance);

@@ -195,7 +195,7 @@ void follow_frame(User &user, const stage::ViewFrame &frame) {
         const int rows =
             divided_up(user.layer_item(*outcome.instance).height, user.desk.resolution());
         if (outcome.skipped || rows < 75) continue;
-        for (const auto &held : user.session.host.instances) {
+        for (const auto &held : user.session.instances()) {
             if (held.get() == outcome.instance) user.order(*held).rendered(user.boxes(*held));
         }
     }

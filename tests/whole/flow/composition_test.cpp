@@ -18,7 +18,7 @@ constexpr char kCentred[] = "[thisComp.width / 2, thisComp.height / 2]";
 class Composition : public testing::Test {
   protected:
     Composition() {
-        comp = project().add_comp("comp", 320, 180, 1, 1, 1);
+        comp = project().add_comp("comp", 320, 180, 1, 1, 50);
         project().active_comp = comp;
     }
 
@@ -40,6 +40,22 @@ class Composition : public testing::Test {
         effect = flow.session.apply(id, &result);
         return result;
     }
+    stage::LayerId add_named(const std::string &name, int index = -1) {
+        const stage::LayerId id = add_solid(100, 100, index);
+        project().layer(id)->name = name;
+        return id;
+    }
+    // The calls of the last command that change layers or run scripts, in order.
+    std::vector<std::string> changes() {
+        std::vector<std::string> calls;
+        for (const stage::TraceEntry &entry : flow.host().trace.entries()) {
+            for (const char *slot : {"AEGP_SetLayerFlag", "AEGP_CreateSolidInComp",
+                                     "AEGP_ReorderLayer", "AEGP_ExecuteScript"}) {
+                if (entry.call.ends_with(slot)) calls.push_back(slot);
+            }
+        }
+        return calls;
+    }
     int backings() {
         return static_cast<int>(std::ranges::count_if(layers(), [&](const stage::Layer &each) {
             const stage::Item *source = project().item(each.source);
@@ -57,6 +73,7 @@ TEST_F(Composition, footage_of_another_width_or_height_is_warned_about_once_and_
         flow.host().messages.clear();
         const stage::CommandResult result = apply(add_solid(width, height));
         EXPECT_EQ(result.error, 0);
+        EXPECT_EQ(layers().back().flags, stage::layer_flag::kVideoActive) << "it is the user's";
         EXPECT_EQ(result.message, kWarning);
         EXPECT_NE(result.out_flags & 0x100, 0);
         ASSERT_EQ(flow.host().messages.size(), 1u);
@@ -109,7 +126,9 @@ void expect_backing(const stage::Project &project, const stage::Item &comp,
     EXPECT_EQ(source->name, "KSTR_Backing");
     EXPECT_EQ(source->width, comp.width);
     EXPECT_EQ(source->height, comp.height);
-    EXPECT_TRUE(backing.has_flag(stage::layer_flag::kLocked));
+    EXPECT_EQ(source->color, (std::array<double, 4>{1, 0, 0, 0}));
+    EXPECT_EQ(source->frames, comp.frames);
+    EXPECT_EQ(backing.flags, stage::layer_flag::kVideoActive | stage::layer_flag::kLocked);
     EXPECT_GT(project.index_of(backing.id), project.index_of(effect_layer));
 }
 
@@ -134,6 +153,78 @@ TEST_F(Composition, adjustment_layer_over_layers_that_do_not_fill_the_frame_gets
     EXPECT_EQ(apply(id).error, 0);
     EXPECT_EQ(backings(), 1);
     expect_backing(project(), *project().comp(comp), id);
+}
+
+TEST_F(Composition, larger_layer_beneath_is_enough_and_stays_as_it_is) {
+    const stage::LayerId footage = add_solid(4096, 2160);
+    EXPECT_EQ(apply(add_adjustment()).error, 0);
+    EXPECT_EQ(layers().size(), 2u);
+    EXPECT_EQ(layer(footage).flags, stage::layer_flag::kVideoActive);
+}
+
+TEST_F(Composition, layers_that_cannot_serve_as_backing) {
+    using namespace stage::layer_flag;
+    const struct {
+        std::uint32_t flags;
+        int width, height;
+        const char *why;
+    } unfit[] = {
+        {0, 320, 180, "video off"},
+        {kVideoActive | kGuide, 320, 180, "guide layer"},
+        {kVideoActive | kAdjustment, 320, 180, "adjustment layer"},
+        {kVideoActive | kNull, 320, 180, "null layer"},
+        {kVideoActive, 319, 180, "too narrow"},
+        {kVideoActive, 320, 179, "too low"},
+    };
+    const stage::ProjectData empty = project().data();
+    for (const auto &each : unfit) {
+        project().restore(empty);
+        const stage::LayerId id = add_solid(each.width, each.height);
+        project().layer(id)->flags = each.flags;
+        EXPECT_EQ(apply(add_adjustment()).error, 0) << each.why;
+        EXPECT_EQ(backings(), 1) << each.why;
+        EXPECT_EQ(layer(id).flags, each.flags) << each.why;
+        EXPECT_EQ(flow.session.remove(*effect).error, 0);
+    }
+}
+
+TEST_F(Composition, backing_is_locked_in_its_place_and_before_the_script_runs) {
+    add_solid(100, 100);
+    flow.host().trace.enable(true);
+    EXPECT_EQ(apply(add_adjustment()).error, 0);
+    EXPECT_EQ(changes(), (std::vector<std::string>{"AEGP_SetLayerFlag", "AEGP_CreateSolidInComp",
+                                                   "AEGP_ReorderLayer", "AEGP_SetLayerFlag",
+                                                   "AEGP_ExecuteScript"}));
+}
+
+TEST_F(Composition, backing_that_lost_its_lock_is_locked_again_in_its_place) {
+    const stage::LayerId backing = add_named("KSTR_Backing");
+    add_solid(100, 100);
+    project().layer(backing)->flags = 0;
+    EXPECT_EQ(apply(add_adjustment()).error, 0);
+    EXPECT_EQ(layer(backing).flags, stage::layer_flag::kLocked) << "hidden by the user: it stays";
+    EXPECT_EQ(project().index_of(backing), 1);
+    EXPECT_EQ(layers().size(), 3u);
+}
+
+TEST_F(Composition, layers_own_name_counts_before_its_sources) {
+    const stage::LayerId id = add_adjustment();
+    EXPECT_EQ(apply(id).error, 0);
+    const stage::LayerId renamed = layers().back().id;
+    project().layer(renamed)->name = "Dust";
+    project().layer(renamed)->flags = 0;
+    EXPECT_EQ(flow.session.send(PF_Cmd_SEQUENCE_SETUP, effect).error, 0);
+    EXPECT_EQ(layer(renamed).flags, 0u) << "renamed by the user, so it is the user's";
+    EXPECT_EQ(backings(), 2);
+}
+
+TEST_F(Composition, names_that_only_begin_alike_are_not_the_backings) {
+    const stage::LayerId longer = add_named("KSTR_Backing 2");
+    const stage::LayerId shorter = add_named("KSTR_Back");
+    EXPECT_EQ(apply(add_adjustment()).error, 0);
+    EXPECT_EQ(layer(longer).flags, stage::layer_flag::kVideoActive);
+    EXPECT_EQ(layer(shorter).flags, stage::layer_flag::kVideoActive);
+    EXPECT_EQ(backings(), 1);
 }
 
 TEST_F(Composition, effect_on_a_frame_over_nothing_renders_once_there_is_a_backing) {

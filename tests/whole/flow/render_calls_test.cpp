@@ -1,4 +1,6 @@
 // The order of host calls in every path of the smart-render pair.
+#include <gmock/gmock.h>
+
 #include <algorithm>
 
 #include "whole/support/call_log.h"
@@ -31,7 +33,7 @@ const Calls kClose{"checkin_layer_pixels 10", "checkin_layer_pixels 0"};
 // Switches, layout, view, channels, gamma, gain, corrections, luma; sizes of the enabled scopes in
 // walk order; the aspect choice.
 const std::vector<int> kHead{19, 20, 21, 22, 23, 24, 2, 6, 15, 7, 8, 9, 59};
-const Calls kIdentity{"host_lock_handle", "copy", "host_unlock_handle"};
+const Calls kIdentity{"copy"};
 
 Calls settings(std::vector<int> sizes) {
     std::vector<int> all = kHead;
@@ -54,36 +56,15 @@ Calls stacked(int index, const std::string &size, const std::string &at) {
             "dispose_world", "checkin_param"};
 }
 
-const Calls kOrderLock{"host_lock_handle", "host_unlock_handle"};
-
-// Label scale into the record; how to measure; the pass: counters, counting, drawing; what only
-// graticules depend on.
+// How to measure; the pass: counting, drawing; what only graticules depend on.
 Calls measured(const std::vector<int> &measuring, const std::vector<int> &graticules) {
-    const Calls pass{"AEGP_GetNumThreads",  "host_new_handle",     "host_lock_handle",
-                     "AEGP_IterateGeneric", "AEGP_IterateGeneric", "host_unlock_handle",
-                     "host_dispose_handle"};
-    return Calls{"host_lock_handle", "host_unlock_handle"} + read(measuring) + pass +
-           read(graticules);
+    const Calls pass{"AEGP_GetNumThreads", "AEGP_IterateGeneric", "AEGP_IterateGeneric"};
+    return read(measuring) + pass + read(graticules);
 }
 
-// One panel's graticule: the raster, the bitmap over it that goes at once, the graphics; back.
+// One panel's graticule: asked before it is made and before it is copied back.
 Calls drawn() {
-    return {"abort",
-            "host_new_handle",
-            "host_lock_handle",
-            "host_new_handle",
-            "host_lock_handle",
-            "host_new_handle",
-            "host_lock_handle",
-            "host_unlock_handle",
-            "host_dispose_handle",
-            "host_unlock_handle",
-            "abort",
-            "host_lock_handle",
-            "host_unlock_handle",
-            "host_dispose_handle",
-            "host_unlock_handle",
-            "host_dispose_handle"};
+    return {"abort", "abort"};
 }
 
 // The scopes of a new instance: luma and quality; waveform, vectorscope, parade; scale and guides,
@@ -123,6 +104,14 @@ class RenderCalls : public testing::Test {
         EXPECT_EQ(result.error, error);
         flow.host().trace.enable(false);
         return calls_of(flow.host().trace.entries(), kRender);
+    }
+
+    // Of the last frame.
+    std::vector<std::size_t> handles() {
+        return handles_made(flow.host().trace.entries(), kRender);
+    }
+    int locked(const std::string &slot) {
+        return locked_during(flow.host().trace.entries(), kRender, slot);
     }
 
     Flow flow;
@@ -169,7 +158,7 @@ TEST_F(RenderCalls, single_layout_with_the_scopes_of_a_new_instance) {
     flow.set("Monitor Layout", 1);
     const Calls head = kOpen + settings({28, 44, 39}) + kThreeWorlds;
     const Calls corrected = Calls{"new_world 100x80"} + kIdentity;
-    const Calls foot = Calls{"copy"} + kOrderLock + kThreeStacked + Calls{"dispose_world"} + kClose;
+    const Calls foot = Calls{"copy"} + kThreeStacked + Calls{"dispose_world"} + kClose;
     EXPECT_EQ(render_calls(), head + corrected + kThreeScopes + foot);
     flow.set("Apply Corrections", 2);
     EXPECT_EQ(render_calls(), head + kThreeScopes + corrected + foot);
@@ -179,7 +168,7 @@ TEST_F(RenderCalls, four_way_layouts_make_three_tiles_one_after_the_other) {
     scene();
     const Calls head = kOpen + settings({28, 44, 39}) + kThreeWorlds + Calls{"new_world 100x80"} +
                        kIdentity + kThreeScopes + Calls{"fill", "transform_world"};
-    const Calls foot = kOrderLock + kThreeStacked + Calls{"dispose_world"} + kClose;
+    const Calls foot = kThreeStacked + Calls{"dispose_world"} + kClose;
     flow.set("Monitor Layout", 4);
     EXPECT_EQ(render_calls(), head + tile("25x20", "(25,60)") + tile("25x20", "(50,60)") +
                                   tile("25x20", "(75,60)") + foot);
@@ -193,7 +182,7 @@ TEST_F(RenderCalls, windowed_layout_reads_its_position_and_size) {
     flow.set("Monitor Layout", 6);
     const Calls expected = kOpen + settings({28, 44, 39}) + kThreeWorlds +
                            Calls{"new_world 100x80"} + kIdentity + kThreeScopes + read({4, 5}) +
-                           Calls{"fill", "transform_world"} + kOrderLock + kThreeStacked +
+                           Calls{"fill", "transform_world"} + kThreeStacked +
                            Calls{"dispose_world"} + kClose;
     EXPECT_EQ(render_calls(), expected);
 }
@@ -206,7 +195,7 @@ TEST_F(RenderCalls, scopes_only_makes_no_corrected_world) {
     for (const int corrections : {1, 2}) {
         flow.set("Apply Corrections", corrections);
         EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39}) + kThreeWorlds + kThreeScopes +
-                                      Calls{"fill"} + kOrderLock + kThreeStacked + kClose);
+                                      Calls{"fill"} + kThreeStacked + kClose);
     }
 }
 
@@ -215,7 +204,7 @@ TEST_F(RenderCalls, all_scopes_off_makes_no_scope_world) {
     no_scopes();
     flow.set("Monitor Layout", 1);
     EXPECT_EQ(render_calls(), kOpen + settings({}) + Calls{"new_world 100x80"} + kIdentity +
-                                  Calls{"copy"} + kOrderLock + Calls{"dispose_world"} + kClose);
+                                  Calls{"copy"} + Calls{"dispose_world"} + kClose);
 }
 
 TEST_F(RenderCalls, five_scopes_are_made_in_walk_order_and_stacked_from_the_back) {
@@ -223,25 +212,22 @@ TEST_F(RenderCalls, five_scopes_are_made_in_walk_order_and_stacked_from_the_back
     flow.set("Show Slice Waveform", 1);
     flow.set("Show Histogram", 1);
     flow.set("Monitor Layout", 7);
-    const Calls worlds = kThreeWorlds + Calls{"new_world 200x178", "new_world 272x102",
-                                              "host_new_handle", "host_lock_handle"};
+    const Calls worlds = kThreeWorlds + Calls{"new_world 200x178", "new_world 272x102"};
     const Calls placed = stacked(55, "272x102", "(5,5)") + stacked(50, "200x178", "(4,4)") +
                          stacked(38, "200x218", "(2,2)") + stacked(43, "200x178", "(3,3)") +
                          stacked(27, "200x178", "(1,1)");
-    const Calls bins_freed{"host_unlock_handle", "host_dispose_handle"};
     const Calls scopes =
         measured({59, 64, 26, 29, 33, 34, 40, 15, 45, 48, 54, 56}, {62, 63, 32, 35, 36}) + drawn() +
         drawn() + drawn() + drawn() + drawn();
     EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39, 51, 49, 56}) + worlds + scopes +
-                                  Calls{"fill"} + kOrderLock + placed + bins_freed + kClose);
+                                  Calls{"fill"} + placed + kClose);
 }
 
 TEST_F(RenderCalls, stored_order_is_kept_while_its_count_fits_and_replaced_otherwise) {
     scene();
     flow.set("Monitor Layout", 7);
     flow.restore({0, 2, 1, 3, 0, 0, 3, 1});
-    const Calls head =
-        kOpen + settings({28, 44, 39}) + kThreeWorlds + kThreeScopes + Calls{"fill"} + kOrderLock;
+    const Calls head = kOpen + settings({28, 44, 39}) + kThreeWorlds + kThreeScopes + Calls{"fill"};
     EXPECT_EQ(render_calls(), head + stacked(43, "200x178", "(3,3)") +
                                   stacked(27, "200x178", "(1,1)") +
                                   stacked(38, "200x218", "(2,2)") + kClose);
@@ -258,7 +244,7 @@ TEST_F(RenderCalls, original_without_a_wipe_reads_no_opacity) {
     add_original();
     flow.set("Monitor Layout", 1);
     const Calls head = kOpen + settings({}) + Calls{"new_world 100x80"} + kIdentity;
-    const Calls foot = Calls{"copy"} + kOrderLock + Calls{"dispose_world"} + kClose;
+    const Calls foot = Calls{"copy"} + Calls{"dispose_world"} + kClose;
     EXPECT_EQ(render_calls(), head + read({11}) + foot);
     flow.set("Compare with Original", 50);
     EXPECT_EQ(render_calls(),
@@ -271,7 +257,7 @@ TEST_F(RenderCalls, frame_without_an_original_reads_neither_wipe_nor_opacity) {
     flow.set("Monitor Layout", 1);
     flow.set("Compare with Original", 50);
     const Calls expected = kOpen + settings({}) + Calls{"new_world 100x80"} + kIdentity +
-                           Calls{"copy"} + kOrderLock + Calls{"dispose_world"} + kClose;
+                           Calls{"copy"} + Calls{"dispose_world"} + kClose;
     EXPECT_EQ(render_calls(), expected);
     add_original();
     stage::RenderSettings null_original;
@@ -284,11 +270,13 @@ TEST_F(RenderCalls, corrections_build_their_tables_once_per_gamma_and_ask_for_ab
     no_scopes();
     flow.set("Monitor Layout", 1);
     flow.set("Monitor Gamma", 2);
-    const Calls head = kOpen + settings({}) + Calls{"new_world 100x80", "host_lock_handle"};
-    const Calls foot = Calls{"abort", "iterate", "host_unlock_handle", "copy"} + kOrderLock +
-                       Calls{"dispose_world"} + kClose;
+    const Calls head = kOpen + settings({}) + Calls{"new_world 100x80"};
+    const Calls foot = Calls{"abort", "iterate", "copy"} + Calls{"dispose_world"} + kClose;
     EXPECT_EQ(render_calls(), head + Calls{"pow x767"} + foot);
+    EXPECT_GE(locked("pow"), 1) << "the record that the tables are part of";
+    EXPECT_GE(locked("iterate"), 1);
     EXPECT_EQ(render_calls(), head + foot) << "the tables of the last frame serve";
+    EXPECT_GE(locked("iterate"), 1);
     flow.set("Monitor Gamma", 1.5);
     EXPECT_EQ(render_calls(), head + Calls{"pow x767"} + foot);
     flow.set("Monitor Gamma", 2);
@@ -299,10 +287,9 @@ TEST_F(RenderCalls, muted_scopes_are_not_measured_and_the_vectorscope_is_not_dra
     scene();
     flow.set("Monitor Layout", 7);
     flow.set("REN", 1);
-    const Calls scopes = Calls{"host_lock_handle", "host_unlock_handle"} +
-                         read({59, 64, 26, 29, 33, 34, 40, 15, 45, 62, 63}) + drawn() + drawn();
+    const Calls scopes = read({59, 64, 26, 29, 33, 34, 40, 15, 45, 62, 63}) + drawn() + drawn();
     EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39}) + kThreeWorlds + scopes +
-                                  Calls{"fill"} + kOrderLock + kThreeStacked + kClose);
+                                  Calls{"fill"} + kThreeStacked + kClose);
 }
 
 TEST_F(RenderCalls, float_waveforms_read_their_scale_and_a_reference_line_its_colour) {
@@ -314,7 +301,26 @@ TEST_F(RenderCalls, float_waveforms_read_their_scale_and_a_reference_line_its_co
         measured({59, 64, 60, 26, 29, 33, 34, 40, 15, 45}, {62, 63, 32, 35, 36, 37}) + drawn() +
         drawn() + drawn();
     EXPECT_EQ(render_calls(), kOpen + settings({28, 44, 39}) + kThreeWorlds + scopes +
-                                  Calls{"fill"} + kOrderLock + kThreeStacked + kClose);
+                                  Calls{"fill"} + kThreeStacked + kClose);
+}
+
+TEST_F(RenderCalls, large_buffers_are_handles_that_are_locked_while_they_are_worked_on) {
+    scene();
+    flow.set("Show Histogram", 1);
+    flow.set("Monitor Layout", 7);
+    render_calls();
+    // The bins; for each panel the raster, the bitmap over it and its graphics.
+    EXPECT_THAT(handles(), testing::IsSupersetOf(std::vector<std::size_t>{
+                               3072, 200 * 178 * 4, 200 * 178 * 4, 200 * 218 * 4, 272 * 102 * 4, 24,
+                               24, 24, 24, 16, 16, 16, 16}));
+    EXPECT_GE(locked("AEGP_IterateGeneric"), 2) << "bins and counters";
+}
+
+TEST_F(RenderCalls, nothing_is_a_handle_where_no_scope_is_drawn) {
+    scene();
+    no_scopes();
+    render_calls();
+    EXPECT_THAT(handles(), testing::IsEmpty());
 }
 
 // The drawing surface takes the handle suite for itself: it is made and released on its own.

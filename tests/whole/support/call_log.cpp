@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
 #include <string_view>
 
 namespace ks::flow {
@@ -43,6 +44,10 @@ std::string digest(const stage::TraceEntry &entry) {
     return slot;
 }
 
+bool is_of_handles(const std::string &slot) {
+    return slot.starts_with("host_") && slot.ends_with("_handle");
+}
+
 void append(Calls &calls, const std::string &call, int &run) {
     const auto repeated = [&](int count) { return call + " x" + std::to_string(count); };
     if (!calls.empty() && (calls.back() == call || calls.back() == repeated(run)) &&
@@ -62,10 +67,33 @@ Calls calls_of(const std::vector<stage::TraceEntry> &entries, const std::string 
     for (const stage::TraceEntry &entry : entries) {
         const bool marker = entry.call.starts_with("> ") || entry.call.starts_with("< ");
         if (entry.command != command || marker) continue;
-        if (entry.call.starts_with("SPBasicSuite.")) continue;
+        if (entry.call.starts_with("SPBasicSuite.") || is_of_handles(slot_of(entry.call))) continue;
         append(calls, digest(entry), run);
     }
     return calls;
+}
+
+std::vector<std::size_t> handles_made(const std::vector<stage::TraceEntry> &entries,
+                                      const std::string &command) {
+    std::vector<std::size_t> sizes;
+    for (const stage::TraceEntry &entry : entries) {
+        if (entry.command != command || slot_of(entry.call) != "host_new_handle") continue;
+        sizes.push_back(std::stoull(entry.arguments));
+    }
+    return sizes;
+}
+
+int locked_during(const std::vector<stage::TraceEntry> &entries, const std::string &command,
+                  const std::string &slot) {
+    int locked = 0, fewest = std::numeric_limits<int>::max();
+    for (const stage::TraceEntry &entry : entries) {
+        if (entry.command != command) continue;
+        const std::string called = slot_of(entry.call);
+        locked += called == "host_lock_handle";
+        locked -= called == "host_unlock_handle";
+        if (called == slot) fewest = std::min(fewest, locked);
+    }
+    return fewest;
 }
 
 std::size_t first_with(const std::vector<stage::TraceEntry> &entries, const std::string &name,

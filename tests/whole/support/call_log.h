@@ -17,8 +17,18 @@ using Calls = std::vector<std::string>;
 //     checkout_layer_pixels 0    checkin_layer_pixels 0     new_world 200x130
 //     transfer_rect 200x130 at (15,14)                      pow x767 (a run of equal calls)
 //
-// Acquiring and releasing suites is left out: when a suite is first taken is nobody's business.
+// Acquiring and releasing suites is left out, and so are the calls on handles: when a suite is
+// first taken or a handle locked is nobody's business, as long as all balances at the command's
+// end, which the host sees to, and what is used is locked.
 Calls calls_of(const std::vector<stage::TraceEntry> &entries, const std::string &command);
+
+// Sizes of the handles that `command` made, in order.
+std::vector<std::size_t> handles_made(const std::vector<stage::TraceEntry> &entries,
+                                      const std::string &command);
+
+// The fewest handles that `command` had locked when it made a call of that slot ("iterate").
+int locked_during(const std::vector<stage::TraceEntry> &entries, const std::string &command,
+                  const std::string &slot);
 
 // Position of the first call that was made to fail; entries.size() when there is none. `name` is
 // the full trace name and `result` what its trace line says.

@@ -219,7 +219,7 @@ TEST_F(Panel, popups_carry_their_choices_with_separators) {
 }
 
 TEST_F(Panel, layers_go_by_their_number_in_the_timeline_and_name) {
-    stage::Project &project = session.host.project;
+    stage::Project &project = session.project();
     const stage::LayerId below =
         project.add_layer(comp, project.add_solid_item("clip", 8, 8, {1, 0, 0, 0}), -1, "clip.mov");
     stage::ParamValue original;
@@ -245,7 +245,7 @@ TEST_F(Panel, colours_and_points_show_what_is_set) {
 
 TEST_F(Panel, every_instance_has_its_own_looks) {
     stage::EffectInstance *second =
-        session.apply(session.host.project.add_adjustment_layer(comp, 0, "Second"));
+        session.apply(session.project().add_adjustment_layer(comp, 0, "Second"));
     ASSERT_NE(second, nullptr);
     set(2, 6);
     EXPECT_FALSE(entry(5).disabled);

@@ -1,4 +1,4 @@
-#include "stage/services/calls/call_support.h"
+#include "stage/services/calls/world_access.h"
 
 namespace stage {
 
@@ -10,15 +10,14 @@ bool view_of(HostCall &call, const PF_EffectWorld *world, const char *role, Pixe
         const std::string freed = host.worlds.freed_label(world);
         text += world == nullptr ? "null" : freed.empty() ? "not a world of this host" : freed;
         if (!freed.empty()) text += ", already disposed of";
-        host.strict.report("world.dead", call.command(), std::move(text));
+        call.report("world.dead", std::move(text));
         return false;
     }
     if (world->width < 0 || world->height < 0 || world->width > live->def.width ||
         world->height > live->def.height || world->rowbytes != live->def.rowbytes) {
-        host.strict.report("world.record", call.command(),
-                           std::string(role) + ": a record of " + describe_world(world) + ", " +
-                               std::to_string(world->rowbytes) +
-                               " bytes per row, for the world of " + world_label(*live));
+        call.report("world.record", std::string(role) + ": a record of " + describe_world(world) +
+                                        ", " + std::to_string(world->rowbytes) +
+                                        " bytes per row, for the world of " + world_label(*live));
         return false;
     }
     view = {reinterpret_cast<std::byte *>(world->data), world->rowbytes, world->width,
