@@ -83,13 +83,13 @@ class Calls {
         return block;
     }
     /// The block behind a handle; blames the use of a dead or foreign one.
-    Block *block_of(const void *handle, const char *what) {
+    Block *block_of(const void *handle, const std::string &what) {
         for (const auto &block : blocks_) {
             if (block.get() != handle) continue;
-            if (!block->live) blame(std::string(what) + " of a dead handle");
+            if (!block->live) blame(what + " of a dead handle");
             return block.get();
         }
-        blame(std::string(what) + " of no handle");
+        blame(what + " of no handle");
         return nullptr;
     }
     [[nodiscard]] int live_blocks() const {

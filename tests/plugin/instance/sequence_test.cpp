@@ -141,6 +141,23 @@ TEST_F(Sequence, setdown_takes_flat_data_and_no_data) {
     expect_clean();
 }
 
+TEST_F(Sequence, setdown_without_the_handle_suite_throws_516_and_keeps_the_data) {
+    apply();
+    const PF_Handle data = host.in.sequence_data;
+    host.refused.insert(kPFHandleSuite);
+    try {
+        ks::sequence_setdown(&host.in, &host.out);
+        ADD_FAILURE() << "nothing was thrown";
+    } catch (PF_Err error) {
+        EXPECT_EQ(error, 516);
+    }
+    EXPECT_EQ(host.in.sequence_data, data);
+    host.refused.clear();
+    EXPECT_EQ(ks::sequence_setdown(&host.in, &host.out), 0);
+    EXPECT_EQ(host.calls.live_blocks(), 0);
+    expect_clean();
+}
+
 TEST_F(Sequence, flatten_of_a_fresh_instance_is_00_01_02_03_00_00_03_01) {
     apply();
     EXPECT_EQ(ks::sequence_flatten(&host.in, &host.out), 0);
