@@ -1,5 +1,5 @@
-// What nearly every test includes, compiled once for all test programs. A test still includes what it
-// uses: this is about time only.
+// What nearly every test includes, compiled once for all test programs. A test still includes what
+// it uses: this is about time only.
 #pragma once
 
 #include <gmock/gmock.h>

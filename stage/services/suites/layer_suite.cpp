@@ -73,7 +73,7 @@ A_Err get_layer_name(HostCall &call, AEGP_PluginID plugin_id, AEGP_LayerH layer,
     if (source_name == nullptr) return A_Err_NONE;
     const Item *source = call.host().project.item(found->source);
     return give_utf16(call, source == nullptr ? "" : source->name, *source_name) ? A_Err_NONE
-                                                                                : A_Err_ALLOC;
+                                                                                 : A_Err_ALLOC;
 }
 
 A_Err get_layer_flags(HostCall &call, AEGP_LayerH layer, AEGP_LayerFlags &result) {
