@@ -40,7 +40,7 @@ class Calls {
     std::size_t failed_at = 0;  ///< and its place in the log
 
     void note(const std::string &what) { log.push_back(what); }
-    void blame(const std::string &what) { misuse.push_back(what); }
+    void blame(std::string what, const char *of = "") { misuse.push_back(what.append(of)); }
 
     /// Notes a fallible call and tells how it ends.
     PF_Err step(const std::string &what) {
@@ -86,10 +86,10 @@ class Calls {
     Block *block_of(const void *handle, const char *what) {
         for (const auto &block : blocks_) {
             if (block.get() != handle) continue;
-            if (!block->live) blame(std::string(what) + " of a dead handle");
+            if (!block->live) blame(what, " of a dead handle");
             return block.get();
         }
-        blame(std::string(what) + " of no handle");
+        blame(what, " of no handle");
         return nullptr;
     }
     [[nodiscard]] int live_blocks() const {
