@@ -85,7 +85,7 @@ class Conversion {
         record.apply_curve = ks::kCurveOnLuma;
         record.view_mode = view;
         record.low_table = tables_.data();
-        record.high_table = tables_.data() + ks::kLowCurveEntries;
+        record.high_table = tables_.data() + ks::kRampEntries;
         record.gain = 1.1f;
         record.pixel_format = format;
         record.luma_math = ks::LumaMath::k601;

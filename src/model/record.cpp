@@ -6,13 +6,11 @@
 namespace ks {
 
 void init_instance_record(InstanceRecord &record) {
-    constexpr float ramp_step = 0.0019569471f;  // 1/511 in single precision
-    constexpr float high_step = 0.03125f;
     for (int i = 0; i < kRampEntries; ++i) {
-        record.ramp_table()[i] = static_cast<float>(i) * ramp_step;
+        record.ramp_table()[i] = static_cast<float>(i) * kRampStep;
     }
     for (int j = 0; j < kStepEntries; ++j) {
-        record.step_table()[j] = 1.0f + static_cast<float>(j + 1) * high_step;
+        record.step_table()[j] = 1.0f + static_cast<float>(j + 1) * kHighStep;
     }
     record.ramp_key = 1.0f;
     record.cached_value = 1.0;

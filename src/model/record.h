@@ -8,6 +8,10 @@ namespace ks {
 
 inline constexpr int kRampEntries = 512;  ///< gamma curve for inputs in (0, 1]
 inline constexpr int kStepEntries = 256;  ///< gamma curve for inputs in (1, 8)
+/// Single-precision 1/511: the step of the ramp's inputs. 511 steps are exactly 1.0, so a rebuild
+/// for gamma 1.0 gives the very ramp a new record starts with.
+inline constexpr float kRampStep = 0.0019569471f;
+inline constexpr float kHighStep = 0.03125f;  ///< of the inputs above 1
 inline constexpr int kMaxScopes = 5;
 
 #pragma pack(push, 4)

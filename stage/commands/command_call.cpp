@@ -149,9 +149,7 @@ void CommandCaller::fill_in_data(PF_InData &in, const CommandContext &context) c
 
 void CommandCaller::fill_params(std::vector<PF_ParamDef> &params,
                                 const CommandContext &context) const {
-    const Layer *layer = host_.project.layer(context.instance->layer);
-    const auto &streams =
-        layer->effects.at(static_cast<std::size_t>(context.instance->effect)).streams;
+    const auto &streams = effect_state(host_.project, *context.instance).streams;
     for (int index = 0; index < plugin_.catalog.count(); ++index) {
         PF_ParamDef def = plugin_.catalog.at(index).def;
         def.uu.change_flags = 0;

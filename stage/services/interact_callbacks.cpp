@@ -60,9 +60,7 @@ std::uint8_t g_unreadable_pixel[16];
 
 void fill_layer_param(ActiveCommand &active, PF_ParamIndex index, PF_ParamDef &def) {
     Host &host = Host::current();
-    const Layer *layer = host.project.layer(active.instance->layer);
-    const auto &streams =
-        layer->effects.at(static_cast<std::size_t>(active.instance->effect)).streams;
+    const auto &streams = effect_state(host.project, *active.instance).streams;
     const int chosen = streams.at(static_cast<std::size_t>(index)).value.layer;
     def.u.ld = PF_LayerDef{};
     if (active.frame != nullptr) {
@@ -96,9 +94,7 @@ PF_Err checkout_param(HostCall &call, PF_ProgPtr effect_ref, PF_ParamIndex index
     if (param->param_type == PF_Param_LAYER) {
         fill_layer_param(*active, index, *param);
     } else {
-        const Layer *layer = call.host().project.layer(active->instance->layer);
-        const auto &streams =
-            layer->effects.at(static_cast<std::size_t>(active->instance->effect)).streams;
+        const auto &streams = effect_state(call.host().project, *active->instance).streams;
         store_value(*param, streams.at(static_cast<std::size_t>(index)).value, active->scale);
     }
     active->param_checkouts.insert(param);

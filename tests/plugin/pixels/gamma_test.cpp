@@ -21,7 +21,7 @@ std::vector<float> tables_for(double gamma) {
 }
 
 float curve(const std::vector<float> &tables, float v) {
-    return gamma_curve(v, tables.data(), tables.data() + kLowCurveEntries);
+    return gamma_curve(v, tables.data(), tables.data() + kRampEntries);
 }
 
 TEST(GammaTables, low_entries_are_powers_of_i_over_511) {

@@ -16,7 +16,7 @@ class ViewsTest : public testing::Test {
         build_gamma_tables(tables_.data(), 2.0, std::pow);
         record_.apply_curve = kCurveOnLuma;
         record_.low_table = tables_.data();
-        record_.high_table = tables_.data() + kLowCurveEntries;
+        record_.high_table = tables_.data() + kRampEntries;
         record_.gain = 1.5f;
         record_.pixel_format = kFormatF;
         record_.luma_math = LumaMath::k601;

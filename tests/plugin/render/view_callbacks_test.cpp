@@ -61,7 +61,7 @@ class ViewCallbacksTest : public testing::TestWithParam<int> {
         record_.apply_curve = apply;
         record_.view_mode = GetParam();
         record_.low_table = tables_.data();
-        record_.high_table = tables_.data() + kLowCurveEntries;
+        record_.high_table = tables_.data() + kRampEntries;
         record_.gain = gain;
         record_.pixel_format = format;
         record_.luma_math = luma_math_of(math);

@@ -103,7 +103,7 @@ TEST_P(ViewsAgainstOracle, every_view_gamma_gain_luma_and_curve_flag_is_exact) {
                         record.view_mode = view;
                         record.inverse_gamma = static_cast<float>(1.0 / gamma);
                         record.low_table = tables.data();
-                        record.high_table = tables.data() + ks::kLowCurveEntries;
+                        record.high_table = tables.data() + ks::kRampEntries;
                         record.gain = static_cast<float>(gain);
                         record.luma_math = ks::luma_math_of(luma);
                         const Image expected =
