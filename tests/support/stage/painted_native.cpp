@@ -5,17 +5,6 @@
 #include "stage/drawbot/overlay_painter.h"
 
 namespace stage_test {
-namespace {
-
-/// Leaves nothing for a leak checker to find.
-class FontEnvironment : public testing::Environment {
-    void TearDown() override { stage::forget_fonts(); }
-};
-const testing::Environment *const kFontEnvironment =
-    testing::AddGlobalTestEnvironment(new FontEnvironment);
-
-}  // namespace
-
 using stage::DrawPath;
 using stage::DrawPoint;
 using stage::DrawPrimitive;
