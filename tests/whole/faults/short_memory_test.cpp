@@ -76,6 +76,7 @@ TEST_F(ShortMemory, in_drawing_and_pressing) {
 TEST_F(ShortMemory, in_the_panel_and_the_dialog) {
     stage::Session &session = flow.session;
     expect_calls(1, exhaust_each_call(flow.host(), [&] { session.about(); }));
+    session.panel_shown = true;
     expect_calls(5, exhaust_each_call(flow.host(), [&] { session.refresh_panel(*flow.effect); }));
     EXPECT_EQ(session.refresh_panel(*flow.effect).error, 0);
 }
