@@ -1,5 +1,5 @@
-// For the tests that paint with cairo alone. Where GDI+ is loaded too, it holds fonts of cairo's to the
-// end of the process.
+// For the tests that paint with cairo alone. Where GDI+ is loaded too, it holds fonts of cairo's to
+// the end of the process.
 #include <gtest/gtest.h>
 
 #include "stage/drawbot/overlay_painter.h"
