@@ -71,7 +71,7 @@ class Calls {
     [[nodiscard]] std::size_t first(const std::string &what) const {
         return static_cast<std::size_t>(std::find(log.begin(), log.end(), what) - log.begin());
     }
-    [[nodiscard]] long count(const std::string &what) const {
+    [[nodiscard]] std::ptrdiff_t count(const std::string &what) const {
         return std::count(log.begin(), log.end(), what);
     }
 
