@@ -77,18 +77,23 @@ struct PrintedLength {
     int length = -1;
 };
 
+/// The arguments of a function that takes any number of them.
+struct MoreArguments {
+    std::va_list list;
+};
+
 /// The slot of sprintf: its body takes the list of arguments.
 template <CallName kName, CallRules kRules, auto kBody, auto kDescribe>
 struct Framed<kName, kRules, kBody, kDescribe,
-              int (*)(HostCall &, A_char *, const A_char *, std::va_list),
+              int (*)(HostCall &, A_char *, const A_char *, MoreArguments &),
               int (*)(A_char *, const A_char *, ...)> {
     static int call(A_char *target, const A_char *format, ...) noexcept {
-        std::va_list arguments;
-        va_start(arguments, format);
+        MoreArguments arguments;
+        va_start(arguments.list, format);
         const auto printed = in_frame<PrintedLength>(
             kName.text, kRules, [](HostCall &) {},
             [&](HostCall &call) { return PrintedLength{kBody(call, target, format, arguments)}; });
-        va_end(arguments);
+        va_end(arguments.list);
         return printed.length;
     }
 };

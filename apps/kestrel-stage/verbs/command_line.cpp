@@ -19,7 +19,7 @@ std::vector<std::string> command_line_words(int, char **) {
     std::vector<std::string> words;
     for (int i = 1; i < count; ++i) {
         const std::wstring_view word(wide[i]);
-        words.push_back(stage::utf8_from_utf16({word.begin(), word.end()}));
+        words.push_back(stage::utf8_from_utf16(std::u16string(word.begin(), word.end())));
     }
     LocalFree(wide);
     return words;

@@ -18,8 +18,8 @@ void note_text(HostCall &call, const char *text) {
 
 }  // namespace
 
-int print(HostCall &call, A_char *target, const A_char *format, std::va_list arguments) {
-    const int length = std::vsprintf(target, format, arguments);
+int print(HostCall &call, A_char *target, const A_char *format, MoreArguments &arguments) {
+    const int length = std::vsprintf(target, format, arguments.list);
     note_text(call, target);
     return length;
 }

@@ -13,7 +13,7 @@ namespace stage::calls {
 /// not know the size of their target: a text that would not fit is the finding "ansi.long_text".
 inline constexpr std::size_t kMessageSize = 256;
 
-int print(HostCall &call, A_char *target, const A_char *format, std::va_list arguments);
+int print(HostCall &call, A_char *target, const A_char *format, MoreArguments &arguments);
 A_char *copy_text(HostCall &call, A_char *target, const A_char *source);
 
 using Math1 = A_FpLong (*)(A_FpLong);
