@@ -97,7 +97,9 @@ def accounts(tests):
     for test in tests["tests"]:
         for word in test.get("command", ()):
             if word.startswith(ACCOUNT):
-                yield test["name"], pathlib.Path(word.removeprefix(ACCOUNT))
+                # Z: is Wine's name for the whole system.
+                file = word.removeprefix(ACCOUNT).removeprefix("Z:")
+                yield test["name"], pathlib.Path(file)
 
 
 def processor_time(program, result, account):

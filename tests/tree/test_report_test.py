@@ -37,12 +37,12 @@ class Report(unittest.TestCase):
         self.tests = []
         self.results = ""
 
-    def add(self, name, status="run", account=None, note="", google=True, seconds="1.5"):
+    def add(self, name, status="run", account=None, note="", google=True, seconds="1.5", drive=""):
         """A test of CTest as it was run, and the account that it wrote."""
         command = ["timed", name]
         if google:
             file = self.run_folder / f"{name}.xml"
-            command.append(f"--gtest_output=xml:{file}")
+            command.append(f"--gtest_output=xml:{drive}{file}")
             if account is not None:
                 file.write_text(account)
         self.tests.append({"name": name, "command": command})
@@ -69,6 +69,10 @@ class Report(unittest.TestCase):
         self.assertIn("failed: s_test: S.bad", lines)
         self.assertIn("skipped: s_test: S.away: no picture", lines)
         self.assertIn("skipped: s_test: S.DISABLED_off: disabled", lines)
+
+    def test_finds_the_account_of_a_windows_program(self):
+        self.add("win64.s_test", account=GOOD, drive="Z:")
+        self.assertEqual(self.report()[0], 0)
 
     def test_passes_when_everything_did(self):
         self.add("s_test", account=GOOD)
