@@ -32,6 +32,22 @@ function(ks_room_libraries out)
   set(${out} "${libraries}" PARENT_SCOPE)
 endfunction()
 
+# Rooms of the stage that go over pixels. They and the plug-in are optimised as far as the compiler can;
+# the other rooms are compiled by everyone and wait for none, so a developer's time counts there.
+set(ks_pixel_rooms stage/image stage/image/charts stage/image/codecs stage/pixels stage/project
+  stage/ledger stage/drawbot stage/desk/viewer)
+
+function(ks_room_effort target room)
+  if(MSVC OR room MATCHES "^src/" OR room IN_LIST ks_pixel_rooms)
+    return()
+  endif()
+  set(effort -O2)
+  if(room MATCHES "^apps/")
+    set(effort -O1)
+  endif()
+  target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:${effort}>)
+endfunction()
+
 function(ks_room room includes libraries)
   set(folder "${CMAKE_SOURCE_DIR}/${room}")
   if(NOT IS_DIRECTORY "${folder}")
@@ -67,6 +83,9 @@ function(ks_room room includes libraries)
     add_library(${target} INTERFACE)
     target_link_libraries(${target} INTERFACE ${links} ${libraries})
     target_include_directories(${target} INTERFACE "${base}")
+  endif()
+  if(sources)
+    ks_room_effort(${target} "${room}")
   endif()
   if(EXISTS "${folder}/CMakeLists.txt")
     add_subdirectory("${folder}" "${CMAKE_BINARY_DIR}/${room}")
