@@ -15,6 +15,14 @@
 namespace stage_view {
 namespace {
 
+constexpr int kLongestWait = 250;  // milliseconds
+
+/// A signal to end that arrives just before a wait begins does not end it, so that no wait is long.
+void wait_for_event() {
+    while (SDL_WaitEventTimeout(nullptr, kLongestWait) == 0) {
+    }
+}
+
 /// Frames after the last event in which a widget may still change: a popup opens in the first and
 /// finds its size in the second.
 constexpr int kRestFrames = 3;
@@ -221,7 +229,7 @@ void FrameLoop::run() {
         return options_.frames > 0 && settled_frames_ >= options_.frames;
     };
     while (!acts_.quit && !enough()) {
-        if (unsettled_ <= 0 && options_.frames == 0) SDL_WaitEvent(nullptr);
+        if (unsettled_ <= 0 && options_.frames == 0) wait_for_event();
         const Clock::time_point start = Clock::now();
         take_events();
         draw();
